@@ -1,0 +1,47 @@
+#include <vector>
+
+#include "core/platform/platform.h"
+
+namespace tmrdar::platform {
+
+std::string FOLD_PATH(std::string_view path, std::string_view current_directory) {
+  std::string joined;
+  if (path.empty() || path.front() != PATH_SEPARATOR) {
+    joined.append(current_directory);
+    joined.push_back(PATH_SEPARATOR);
+  }
+  joined.append(path);
+
+  std::vector<std::string_view> parts;
+  std::string_view rest = joined;
+  while (!rest.empty()) {
+    const std::size_t cut = rest.find(PATH_SEPARATOR);
+    const std::string_view part = rest.substr(0, cut);
+    rest = cut == std::string_view::npos ? std::string_view{} : rest.substr(cut + 1);
+    if (part.empty() || part == ".") continue;
+    if (part == "..") {
+      if (!parts.empty()) parts.pop_back();  // ".." of the root is the root
+      continue;
+    }
+    parts.push_back(part);
+  }
+
+  std::string full(1, PATH_SEPARATOR);
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    if (i > 0) full.push_back(PATH_SEPARATOR);
+    full.append(parts[i]);
+  }
+  if (!path.empty() && path.back() == PATH_SEPARATOR && !parts.empty()) {
+    full.push_back(PATH_SEPARATOR);
+  }
+  return full;
+}
+
+std::optional<std::string> FULL_PATH(std::string_view path) {
+  if (!path.empty() && path.front() == PATH_SEPARATOR) return FOLD_PATH(path, "/");
+  const std::optional<std::string> current = CURRENT_DIRECTORY();
+  if (!current) return std::nullopt;
+  return FOLD_PATH(path, *current);
+}
+
+}  // namespace tmrdar::platform
