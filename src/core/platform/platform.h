@@ -22,6 +22,16 @@ bool PATH_EXISTS(const std::string& path);
 // True when the path names a directory.
 bool IS_DIRECTORY(const std::string& path);
 
+// The directory for temporary files: TMPDIR when set and not empty, else /tmp.
+std::string TEMPORARY_DIRECTORY();
+
+// Creates a new, empty file of a unique name that starts with the prefix in
+// the temporary directory, and returns its full name.
+std::optional<std::string> CREATE_TEMPORARY_FILE(std::string_view prefix);
+
+// Deletes a file; false when it could not be deleted.
+bool DELETE_FILE(const std::string& path);
+
 // The full path of the input: made absolute against the current directory,
 // with "." and ".." folded by text alone, without touching the file system,
 // so symbolic links are left alone. A trailing separator of the input stays.

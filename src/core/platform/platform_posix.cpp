@@ -2,6 +2,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include "core/platform/platform.h"
@@ -26,5 +28,24 @@ bool IS_DIRECTORY(const std::string& path) {
   struct stat info {};
   return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
+
+std::string TEMPORARY_DIRECTORY() {
+  const char* tmpdir = std::getenv("TMPDIR");
+  std::string directory = (tmpdir != nullptr && *tmpdir != '\0') ? tmpdir : "/tmp";
+  while (directory.size() > 1 && directory.back() == PATH_SEPARATOR) directory.pop_back();
+  return directory;
+}
+
+std::optional<std::string> CREATE_TEMPORARY_FILE(std::string_view prefix) {
+  std::string name = TEMPORARY_DIRECTORY();
+  name.push_back(PATH_SEPARATOR);
+  name.append(prefix).append("XXXXXX");
+  const int descriptor = ::mkstemp(name.data());
+  if (descriptor < 0) return std::nullopt;
+  ::close(descriptor);
+  return name;
+}
+
+bool DELETE_FILE(const std::string& path) { return std::remove(path.c_str()) == 0; }
 
 }  // namespace tmrdar::platform
