@@ -69,6 +69,12 @@ bool T_FILE::EXISTS() const {
   return !name_.empty() && ::stat(name_.c_str(), &info) == 0;
 }
 
+int64_t T_FILE::SIZE() const {
+  struct stat info {};
+  if (handle_ == nullptr || ::fstat(::fileno(handle_), &info) != 0) return 0;
+  return static_cast<int64_t>(info.st_size);
+}
+
 void T_FILE::REMOVE() {
   if (!EXISTS()) return;
   CLOSE();

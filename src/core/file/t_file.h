@@ -54,6 +54,8 @@ class T_FILE {
   bool HAS_MODE(int32_t mode) const { return (mode_ & mode) != 0; }
 
   const std::string& NAME() const { return name_; }
+  // Size of the open file in bytes; 0 when it is not open.
+  int64_t SIZE() const;
   int32_t MODE() const { return mode_; }
 
   // Reads at the current position.

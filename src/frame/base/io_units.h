@@ -28,6 +28,8 @@ class DIRECT_ACCESS_UNIT {
   // Disconnects; false only when closing the connection failed.
   bool CLOSE();
   bool IS_OPEN() const { return descriptor_ >= 0; }
+  // Size of the connected file in bytes; 0 when not connected.
+  int64_t SIZE() const { return file_size_; }
 
   // Reads bytes of record `record` (from 1), from byte `offset` of it on. The
   // bytes must lie inside the record, and the record wholly inside the file.

@@ -1,0 +1,183 @@
+// The reader of one database format: its header variables and tables, its
+// files and scratch buffers. There is one instance per format version, each
+// described by its FORMAT_VERSION, and no instance shares state with another.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "core/chars/blank_padded.h"
+#include "core/file/t_file.h"
+#include "header/common_database.h"
+#include "header/database_file.h"
+#include "header/format_version.h"
+
+namespace tmrdar::header {
+
+inline constexpr std::size_t NUM_MODEL_DIMENSIONS = 14;
+inline constexpr std::size_t HEADER_TITLE_WIDTH = 80;
+inline constexpr int32_t NUM_OUTPUT_FLAGS = 19;
+inline constexpr int32_t DEFAULT_HDR_14_5 = 4;
+
+// The counters and flags of a header. Opening a database resets every one of
+// them to its default here before the header is read anew.
+struct HEADER_VARIABLES {
+  // The first record.
+  int32_t MOTION_DB_VERSION = 0;
+  int32_t FORCE_DB_VERSION = 0;
+  int32_t ANALYSIS_DETAIL_2 = 0;
+  std::array<int32_t, 5> FILE_WORDS{};
+  // The directory size record.
+  int32_t NUM_BLOCK_ADDRESSES = 0;
+  int32_t LAST_DIRECTORY_RECORD = 0;
+  // Result tail counts.
+  int32_t TAIL_PAIR_COUNT_A = 0;
+  int32_t TAIL_PAIR_COUNT_B = 0;
+  int32_t NUM_BINARY_ITEMS = 0;
+  int32_t HDR_2_8 = 0;
+  // Step layout.
+  int32_t RESULT_START_RECORD = 0;
+  int64_t MOTION_STEP_RECORDS = 0;
+  int64_t FORCE_STEP_RECORDS = 0;
+  int32_t HDR_3_4 = 0;
+  int64_t MOTION_START_OFFSET = 0;
+  int64_t FORCE_START_OFFSET = 0;
+  int32_t HDR_3_7 = 0;
+  int32_t NUM_PANELS = 0;
+  // Time span and pipe-in-pipe size.
+  float START_TIME = 0.0F;
+  float END_TIME = 0.0F;
+  float HDR_4_2 = 0.0F;
+  float HDR_4_3 = 0.0F;
+  float HDR_4_4 = 0.0F;
+  float HDR_4_5 = 0.0F;
+  float HDR_4_6 = 0.0F;
+  int32_t PIP_NODES_PER_PAIR = 0;
+  int32_t NUM_NONLINEAR_E_TABLES = 0;
+  // Analysis value, fluid and guide counts.
+  float ANALYSIS_DETAIL_3 = 0.0F;
+  float EXTERNAL_FLUID_DEFAULT_A = 0.0F;
+  float EXTERNAL_FLUID_DEFAULT_B = 0.0F;
+  int32_t NUM_GUIDE_SURFACES = 0;
+  int32_t NUM_ZERO_GAP_GUIDES = 0;
+  int32_t NUM_PIP_CONNECTIONS = 0;
+  int32_t NUM_PIPE_IN_PIPE = 0;
+  int32_t NUM_CLASH_PAIRS = 0;
+  // Structure dimensions.
+  int32_t NUM_ELEMENTS = 0;
+  int32_t NUM_NODES = 0;
+  int32_t NODES_PER_ELEMENT = 0;
+  int32_t COORDS_PER_NODE = 0;
+  int32_t DOFS_PER_NODE = 0;
+  int32_t NUM_BOUNDARY_CONDITIONS = 0;
+  int32_t NUM_ELEMENT_SETS = 0;
+  int32_t NUM_NODE_SETS = 0;
+  // Time steps.
+  int32_t NUM_TIME_STEPS = 0;
+  // Analysis code and seabed kind.
+  int32_t ANALYSIS_DETAIL_1 = 0;
+  int32_t HDR_8_2 = 0;
+  int32_t NUM_SEABED_POINTS = 0;
+  int32_t NUM_WAVE_HARMONICS = 0;
+  float HDR_8_6 = 0.0F;
+  int32_t NUM_VESSELS = 0;
+  int32_t HDR_8_8 = 0;
+  int32_t SEABED_GEOMETRY = 0;
+  // What the result frames hold; OUTPUT_FLAGS[i - 1] is flag i.
+  std::array<int32_t, NUM_OUTPUT_FLAGS> OUTPUT_FLAGS{};
+  // Attachment counts.
+  int32_t NUM_AUX_NODES = 0;
+  int32_t NUM_AUX_ELEMENTS = 0;
+  int32_t NUM_POINT_MASSES = 0;
+  int32_t NUM_POINT_LOADS = 0;
+  int32_t NUM_CURRENT_POINTS = 0;
+  int32_t NUM_FLOATING_BODIES = 0;
+  int32_t NUM_INSTALLATION_CRITERIA = 0;
+  int32_t NUM_LABELS = 0;
+  // Damper count.
+  int32_t NUM_DAMPER_ELEMENTS = 0;
+  // Environment counts.
+  int32_t HDR_13_1 = 0;
+  int32_t NUM_DSP_WAVE_HARMONICS = 0;
+  int32_t HDR_13_3 = 0;
+  int32_t HDR_13_4 = 0;
+  int32_t HDR_13_6 = 0;
+  int32_t AUX_ELEMENT_RESULT_SETS = 0;
+  // Target spectrum size.
+  int32_t NUM_TARGET_SPECTRUM_INTERVALS = 0;
+  int32_t HDR_14_3 = 0;
+  int32_t HDR_14_4 = 0;
+  int32_t HDR_14_5 = DEFAULT_HDR_14_5;
+  int32_t HDR_14_7 = 0;
+  // The analysis title.
+  chars::BLANK_PADDED<HEADER_TITLE_WIDTH> ANALYSIS_TITLE;
+  // Plastic hardening and shape function counts.
+  int32_t SHAPE_FUNCTION_FLAG = 0;
+  int32_t NUM_PLASTIC_HARDENING_MODELS = 0;
+  int32_t SHAPE_FUNCTION_ORDER = 0;
+};
+
+// The tables of a header, made once its counts are known and released by
+// DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS.
+struct HEADER_TABLES {};
+
+class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
+ public:
+  explicit TIDE3_DATABASE_FILES(const FORMAT_VERSION& version) : VERSION(version) {}
+  TIDE3_DATABASE_FILES(const TIDE3_DATABASE_FILES&) = delete;
+  TIDE3_DATABASE_FILES& operator=(const TIDE3_DATABASE_FILES&) = delete;
+
+  const FORMAT_VERSION& VERSION;
+
+  // Opens the files <directory><name>.dbm and .dbf that exist and reads the
+  // header. `failed` tells whether anything went wrong; the message says what.
+  void OPEN_TIDE3_DATABASE_FILES(std::string_view name, std::string_view directory, bool& failed);
+  void CLOSE_TIDE3_DATABASE_FILES();
+  // Writes the 14 model dimensions when `dims` has room for them, and keeps
+  // them with the analysis values and title for the host. `failed` is true,
+  // and nothing is written, when it has no room. `required` is always 14.
+  void UPDATE_DIMENSIONS(std::span<int32_t> dims, int32_t& required, bool& failed);
+  // Reads the header from the motion file if it exists, else from the force
+  // file. The flag is 0, or -1 on failure with what was read so far kept.
+  void READ_TIDE3_DATABASE_HEADER(int32_t& flag);
+  void DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
+
+  // The dimensions in the order in which the host receives them.
+  std::array<int32_t, NUM_MODEL_DIMENSIONS> MODEL_DIMENSIONS() const;
+
+  // Files.
+  MOD_FILE::T_FILE MOTION_FILE;
+  MOD_FILE::T_FILE FORCE_FILE;
+  bool MOTION_FILE_OPEN = false;
+  bool FORCE_FILE_OPEN = false;
+  DATABASE_FILE HEADER_FILE;
+
+  // Scratch buffers of the header read: mixed records are read in runs of
+  // integers and of reals, each to the next free place of its buffer.
+  std::array<int32_t, 8> HEADER_INTS{};
+  std::array<float, 8> HEADER_REALS{};
+  // The block directory of the last header read; it outlives the files.
+  std::unique_ptr<MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES> BLOCK_ADDRESSES;
+
+  HEADER_TABLES TABLES;
+
+ private:
+  void LOAD_BLOCK_DIRECTORY(int32_t& flag);
+  void REPORT_OPEN_FAILURE(std::string_view message, const std::string& path) const;
+};
+
+// The reader of each format version.
+TIDE3_DATABASE_FILES& V861_TIDE3_DATABASE_FILES();
+TIDE3_DATABASE_FILES& V841_TIDE3_DATABASE_FILES();
+TIDE3_DATABASE_FILES& V831_TIDE3_DATABASE_FILES();
+TIDE3_DATABASE_FILES& V821_TIDE3_DATABASE_FILES();
+TIDE3_DATABASE_FILES& V815_TIDE3_DATABASE_FILES();
+TIDE3_DATABASE_FILES& V811_TIDE3_DATABASE_FILES();
+
+// The reader of a database version code; null for a code of no format.
+TIDE3_DATABASE_FILES* TIDE3_DATABASE_MODULE(int32_t database_version);
+
+}  // namespace tmrdar::header
