@@ -1,0 +1,66 @@
+// The database builder: writes the motion and force files of a job from a
+// description, laid out as the analysis program lays them out.
+//
+// The header is placed block by block at the records that the layout rule of
+// the block directory gives for the description's counts, and every block's
+// contents are checked to fit the records that the rule reserves for it.
+//
+//   builder::JOB job;                        // a V861 job with both files
+//   job.FORCE.PRESENT = false;               // ... of which only the .dbm exists
+//   job.MOTION.FIRST.ANALYSIS_DETAIL_2 = 7;
+//   job.BLOCKS[7] = {builder::RECORD::INTS({12})};
+//   job.WRITE(dir + "/riser");
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "builder/file_image.h"
+#include "header/common_database.h"
+
+namespace tmrdar::builder {
+
+// The first record of a database file.
+struct FIRST_RECORD {
+  int32_t DATABASE_VERSION = 13;
+  int32_t WORD_2 = 0;
+  int32_t ANALYSIS_DETAIL_2 = 0;
+  std::array<int32_t, 5> FILE_WORDS{};
+};
+
+struct DATABASE_FILE_DESCRIPTION {
+  bool PRESENT = true;
+  FIRST_RECORD FIRST;
+};
+
+enum class FILE_KIND { MOTION, FORCE };
+
+struct JOB {
+  DATABASE_FILE_DESCRIPTION MOTION;
+  DATABASE_FILE_DESCRIPTION FORCE;
+
+  // Entries of the block directory.
+  int32_t NUM_BLOCK_ADDRESSES = MOD_COMMON_DATABASE::NUM_HEADER_BLOCKS;
+  // The counts that size the blocks of the header.
+  MOD_COMMON_DATABASE::BLOCK_COUNTS COUNTS;
+  // Raw contents of header blocks, by directory entry (2 to 52).
+  std::map<int32_t, std::vector<RECORD>> BLOCKS;
+
+  // The directory of the header in 1-based record numbers, as written, and
+  // in `header_end` the 1-based record behind the header.
+  MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES DIRECTORY(int64_t* header_end = nullptr) const;
+  // The 1-based number of the last directory record, as written.
+  int32_t LAST_DIRECTORY_RECORD() const;
+
+  // The image of one file. Throws std::invalid_argument for a description
+  // that cannot be laid out (a block larger than its place).
+  FILE_IMAGE IMAGE(FILE_KIND kind) const;
+  // Writes <stem>.dbm and <stem>.dbf, each when present. Throws
+  // std::runtime_error when a file cannot be written.
+  void WRITE(const std::string& stem) const;
+};
+
+}  // namespace tmrdar::builder
