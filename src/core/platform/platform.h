@@ -4,9 +4,11 @@
 // optional or false.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tmrdar::platform {
 
@@ -31,6 +33,25 @@ std::optional<std::string> CREATE_TEMPORARY_FILE(std::string_view prefix);
 
 // Deletes a file; false when it could not be deleted.
 bool DELETE_FILE(const std::string& path);
+
+// Makes the directory the current one; false when that failed.
+bool CHANGE_DIRECTORY(const std::string& path);
+
+// True when standard output is connected to a terminal.
+bool STANDARD_OUTPUT_IS_TERMINAL();
+
+// Clears the terminal on standard output, in the current colours, and puts
+// the cursor at the top left. Does nothing when standard output is no terminal.
+void CLEAR_CONSOLE();
+
+// Moves the cursor of the terminal on standard output to a row and a column,
+// both counted from 0 at the top left. Does nothing when standard output is no
+// terminal, or for a place outside 0 to 32767.
+void SET_CONSOLE_CURSOR(int32_t row, int32_t column);
+
+// The arguments of the running process, the program itself first. Empty when
+// the system does not tell them.
+std::vector<std::string> COMMAND_ARGUMENTS();
 
 // The full path of the input: made absolute against the current directory,
 // with "." and ".." folded by text alone, without touching the file system,

@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <vector>
 
 #include "core/platform/platform.h"
@@ -47,5 +49,49 @@ std::optional<std::string> CREATE_TEMPORARY_FILE(std::string_view prefix) {
 }
 
 bool DELETE_FILE(const std::string& path) { return std::remove(path.c_str()) == 0; }
+
+bool CHANGE_DIRECTORY(const std::string& path) { return ::chdir(path.c_str()) == 0; }
+
+bool STANDARD_OUTPUT_IS_TERMINAL() { return ::isatty(STDOUT_FILENO) == 1; }
+
+namespace {
+
+// Writes a control sequence through the standard output stream, so that it
+// keeps its place among what the program has written there before.
+void WRITE_TO_TERMINAL(const std::string& sequence) {
+  std::fwrite(sequence.data(), 1, sequence.size(), stdout);
+  std::fflush(stdout);
+}
+
+}  // namespace
+
+void CLEAR_CONSOLE() {
+  if (!STANDARD_OUTPUT_IS_TERMINAL()) return;
+  WRITE_TO_TERMINAL("\x1b[2J\x1b[H");  // erase the whole display, cursor home
+}
+
+void SET_CONSOLE_CURSOR(int32_t row, int32_t column) {
+  constexpr int32_t LIMIT = 32767;  // the console's coordinates are 16-bit
+  if (row < 0 || row > LIMIT || column < 0 || column > LIMIT) return;
+  if (!STANDARD_OUTPUT_IS_TERMINAL()) return;
+  // The terminal counts rows and columns from 1.
+  WRITE_TO_TERMINAL("\x1b[" + std::to_string(row + 1) + ";" + std::to_string(column + 1) + "H");
+}
+
+std::vector<std::string> COMMAND_ARGUMENTS() {
+  // The kernel keeps the arguments as a sequence of zero-ended strings.
+  std::ifstream in("/proc/self/cmdline", std::ios::binary);
+  if (!in) return {};
+  const std::string all{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  std::vector<std::string> arguments;
+  std::size_t start = 0;
+  while (start < all.size()) {
+    std::size_t end = all.find('\0', start);
+    if (end == std::string::npos) end = all.size();
+    arguments.emplace_back(all, start, end - start);
+    start = end + 1;
+  }
+  return arguments;
+}
 
 }  // namespace tmrdar::platform
