@@ -1,0 +1,284 @@
+// Opening a job through the exports, as a host does.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "builder/job.h"
+#include "frame/base/header_data.h"
+#include "frame/base/io_units.h"
+#include "frame/exports/library_state.h"
+#include "support/scratch_dir.h"
+#include "tmrdar/tmrdar.h"
+
+namespace tmrdar::frame {
+namespace {
+
+using builder::JOB;
+using testing::SCRATCH_DIR;
+
+// What one GetDatabaseInfo call gave back.
+struct OPENED {
+  int32_t result = 0;
+  int32_t motion = 0;
+  int32_t force = 0;
+  std::array<int32_t, 5> motion_words{9, 9, 9, 9, 9};
+  std::array<int32_t, 5> force_words{9, 9, 9, 9, 9};
+  std::vector<int32_t> dims;
+};
+
+OPENED OPEN(const std::string& path, int32_t n = 14) {
+  OPENED o;
+  o.dims.assign(static_cast<std::size_t>(n), 7);
+  o.result = GetDatabaseInfo(&o.motion, &o.force, o.motion_words.data(), o.force_words.data(), &n,
+                             o.dims.data(), path.data(), static_cast<int64_t>(path.size()));
+  return o;
+}
+
+bool UNITS_OPEN() {
+  return IO_UNITS::UNIT(IO_UNITS::MOTION_UNIT).IS_OPEN() || IO_UNITS::UNIT(IO_UNITS::FORCE_UNIT).IS_OPEN();
+}
+
+class DatabaseInfo : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    XIT();
+    DllMain(nullptr, 1, nullptr);
+  }
+  void TearDown() override { XIT(); }
+
+  std::string STEM() const { return dir.FILE("job"); }
+
+  SCRATCH_DIR dir;
+};
+
+TEST_F(DatabaseInfo, AnyExtensionOpensTheSamePairOfFiles) {
+  JOB job;
+  job.MOTION.FIRST.FILE_WORDS = {1, 2, 3, 4, 5};
+  job.FORCE.FIRST.FILE_WORDS = {6, 7, 8, 9, 10};
+  job.WRITE(STEM());
+  for (const std::string& path : {STEM(), STEM() + ".dbm", STEM() + ".XYZ", STEM() + ".dbf   "}) {
+    const OPENED o = OPEN(path);
+    EXPECT_EQ(o.result, 0) << path;
+    EXPECT_EQ(o.motion, 13);
+    EXPECT_EQ(o.force, 13);
+    EXPECT_EQ(o.motion_words, (std::array<int32_t, 5>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(o.force_words, (std::array<int32_t, 5>{6, 7, 8, 9, 10}));
+    // The header stops behind the directory, so every dimension is still 0.
+    EXPECT_EQ(o.dims, std::vector<int32_t>(14, 0));
+  }
+  EXPECT_EQ(LIBRARY().LIBRARY_MOTION_CODE, 13);
+  EXPECT_EQ(LIBRARY().LIBRARY_FORCE_CODE, 13);
+  EXPECT_TRUE(UNITS_OPEN());
+  EXPECT_TRUE(header::V861_TIDE3_DATABASE_FILES().MOTION_FILE.IS_OPEN());
+}
+
+TEST_F(DatabaseInfo, ABlankPathResetsTheOutputsAndFails) {
+  const OPENED o = OPEN("    ", 16);
+  EXPECT_EQ(o.result, -1);
+  EXPECT_EQ(o.motion, -1);
+  EXPECT_EQ(o.force, -1);
+  EXPECT_EQ(o.motion_words, (std::array<int32_t, 5>{}));
+  EXPECT_EQ(o.force_words, (std::array<int32_t, 5>{}));
+  EXPECT_EQ(o.dims, std::vector<int32_t>(16, -1));
+  int32_t n = 0;
+  int32_t motion = 5;
+  EXPECT_EQ(GetDatabaseInfo(&motion, nullptr, nullptr, nullptr, &n, nullptr, nullptr, 10), -1);
+  EXPECT_EQ(motion, -1);
+}
+
+TEST_F(DatabaseInfo, OnlyTheForceFileSelectsByItsCode) {
+  JOB job;
+  job.MOTION.PRESENT = false;
+  job.FORCE.FIRST.ANALYSIS_DETAIL_2 = 31;
+  job.WRITE(STEM());
+  const OPENED o = OPEN(STEM());
+  EXPECT_EQ(o.result, 0);
+  EXPECT_EQ(o.motion, 0);
+  EXPECT_EQ(o.force, 13);
+  EXPECT_EQ(o.motion_words, (std::array<int32_t, 5>{}));
+  int32_t d1 = -1;
+  int32_t d2 = -1;
+  float d3 = -1.0F;
+  EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, nullptr, 0), 0);
+  EXPECT_EQ(d2, 31) << "the header was read from the force file";
+}
+
+TEST_F(DatabaseInfo, MissingEmptyAndUnopenableFilesGiveTheirCodes) {
+  OPENED o = OPEN(STEM());
+  EXPECT_EQ(o.result, -3);
+  EXPECT_EQ(o.motion, 0);
+  EXPECT_EQ(o.force, 0);
+
+  dir.WRITE("job.dbm", "");
+  o = OPEN(STEM());
+  EXPECT_EQ(o.result, -3);
+  EXPECT_EQ(o.motion, -1);
+  EXPECT_EQ(o.force, 0);
+
+  // Fewer than 32 bytes hold no first record.
+  dir.WRITE("job.dbm", std::string(31, '\x0d'));
+  EXPECT_EQ(OPEN(STEM()).motion, -1);
+
+  std::filesystem::remove(STEM() + ".dbm");
+  std::filesystem::create_directory(STEM() + ".dbm");
+  JOB job;
+  job.MOTION.PRESENT = false;
+  job.WRITE(STEM());
+  o = OPEN(STEM());
+  EXPECT_EQ(o.motion, -1) << "a directory named like the motion file cannot be opened";
+  EXPECT_EQ(o.force, 13);
+  EXPECT_EQ(o.result, 0) << "the job goes on with the force file";
+
+  // The path of a directory names a job of that directory's name beside it.
+  EXPECT_EQ(OPEN(dir.PATH().string()).result, -3);
+  EXPECT_EQ(OPEN(dir.PATH().string() + "/").result, -3);
+}
+
+TEST_F(DatabaseInfo, AnUnreadableFileGivesMinusOne) {
+  if (::geteuid() == 0) GTEST_SKIP() << "permissions do not bind the superuser";
+  JOB().WRITE(STEM());
+  ::chmod((STEM() + ".dbm").c_str(), 0);
+  const OPENED o = OPEN(STEM());
+  EXPECT_EQ(o.motion, -1);
+  EXPECT_EQ(o.force, 13);
+}
+
+TEST_F(DatabaseInfo, TwoVersionsOrAnUnknownCodeSelectNothing) {
+  JOB job;
+  job.FORCE.FIRST.DATABASE_VERSION = 11;
+  job.WRITE(STEM());
+  OPENED o = OPEN(STEM());
+  EXPECT_EQ(o.result, -3);
+  EXPECT_EQ(o.motion, 13);
+  EXPECT_EQ(o.force, 11);
+  EXPECT_EQ(LIBRARY().LIBRARY_MOTION_CODE, 0);
+  EXPECT_EQ(LIBRARY().LIBRARY_FORCE_CODE, 0);
+  EXPECT_FALSE(UNITS_OPEN());
+
+  job.FORCE.FIRST.DATABASE_VERSION = 99;
+  job.MOTION.PRESENT = false;
+  std::filesystem::remove(STEM() + ".dbm");
+  job.WRITE(STEM());
+  o = OPEN(STEM());
+  EXPECT_EQ(o.result, -3);
+  EXPECT_EQ(o.force, 99);
+  EXPECT_EQ(LIBRARY().LIBRARY_FORCE_CODE, 0);
+}
+
+TEST_F(DatabaseInfo, CodeOneIsRefusedButRemembered) {
+  JOB job;
+  job.MOTION.FIRST.DATABASE_VERSION = 1;
+  job.FORCE.FIRST.DATABASE_VERSION = 1;
+  job.WRITE(STEM());
+  const OPENED o = OPEN(STEM());
+  EXPECT_EQ(o.result, -3);
+  EXPECT_EQ(o.motion, 1);
+  EXPECT_EQ(LIBRARY().LIBRARY_MOTION_CODE, 1);
+  EXPECT_EQ(LIBRARY().LIBRARY_FORCE_CODE, 1);
+  EXPECT_FALSE(UNITS_OPEN());
+}
+
+TEST_F(DatabaseInfo, AShortDimensionArrayShutsTheJobAgain) {
+  JOB().WRITE(STEM());
+  const OPENED o = OPEN(STEM(), 13);
+  EXPECT_EQ(o.result, 14);
+  EXPECT_EQ(o.dims, std::vector<int32_t>(13, -1));
+  EXPECT_EQ(o.motion, 13);
+  EXPECT_FALSE(UNITS_OPEN());
+  EXPECT_EQ(OPEN(STEM(), 0).result, 14);
+}
+
+TEST_F(DatabaseInfo, AFailedHeaderStillOpensTheJob) {
+  builder::FILE_IMAGE image = JOB().IMAGE(builder::FILE_KIND::MOTION);
+  image.PUT_INT(1, 1, 1'000'000);  // a directory count the file cannot hold
+  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
+  const OPENED o = OPEN(STEM());
+  EXPECT_EQ(o.result, 0);
+  EXPECT_EQ(o.dims, std::vector<int32_t>(14, 0));
+}
+
+TEST_F(DatabaseInfo, XitClosesOnceAndKeepsTheCodes) {
+  JOB().WRITE(STEM());
+  ASSERT_EQ(OPEN(STEM()).result, 0);
+  EXPECT_EQ(XIT(), 0);
+  EXPECT_FALSE(UNITS_OPEN());
+  EXPECT_EQ(LIBRARY().LIBRARY_MOTION_CODE, 13);
+  EXPECT_EQ(XIT(), 0);
+  // The reader's own files stay open until the next open replaces them.
+  EXPECT_TRUE(header::V861_TIDE3_DATABASE_FILES().MOTION_FILE.IS_OPEN());
+}
+
+TEST_F(DatabaseInfo, AnalysisDetailsCopyTheTitleOnlyWhenItFits) {
+  HEADER_DATA::SAVE_MODEL_DIMENSIONS(0, {}, 4, 5, 2.5F, "Catenary riser   ");
+  int32_t d1 = 0;
+  int32_t d2 = 0;
+  float d3 = 0.0F;
+  std::string title(13, '#');
+  EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, title.data(), 13), 14);
+  EXPECT_EQ(title, std::string(13, '#'));
+  EXPECT_EQ(d1, 4);
+  EXPECT_EQ(d2, 5);
+  EXPECT_EQ(d3, 2.5F);
+  title.assign(14, '#');
+  EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, title.data(), 14), 0);
+  EXPECT_EQ(title, "Catenary riser");
+  title.assign(18, '#');
+  EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, title.data(), 18), 0);
+  EXPECT_EQ(title, "Catenary riser    ");
+}
+
+TEST_F(DatabaseInfo, QueriesTestTheirArgumentsBeforeTheVersion) {
+  const int32_t unknown = 99;
+  const int32_t none = 0;
+  const int32_t element = 1;
+  const int32_t position = 4;
+  float distance = 3.0F;
+  EXPECT_EQ(GetDistanceAlongRiser(&unknown, &none, &element, &position, &distance), -2);
+  EXPECT_EQ(distance, 3.0F);
+
+  const int32_t bad_kind = 2;
+  const int32_t good_kind = 0;
+  const int32_t length = 15;
+  std::array<int32_t, 15> ints{};
+  std::array<float, 15> reals{};
+  EXPECT_EQ(GetElementProperties(&unknown, &none, &element, &bad_kind, &length, ints.data(), reals.data()), -3);
+  EXPECT_EQ(ints[0], 0);
+  EXPECT_EQ(GetElementProperties(&unknown, &none, &element, &good_kind, &length, ints.data(), reals.data()), -2);
+  EXPECT_EQ(ints[14], -1);
+  EXPECT_EQ(reals[0], -1.0F);
+
+  std::array<float, 3> xyz{};
+  const int32_t node_kind = 5;
+  EXPECT_EQ(GetNodeProperties(&unknown, &none, &element, &node_kind, xyz.data()), -2);
+  EXPECT_EQ(GetNodeProperties(&unknown, &none, &element, &good_kind, xyz.data()), -1);
+}
+
+TEST_F(DatabaseInfo, ErrorMasksDecodeWithASinglePrecisionBitCount) {
+  std::array<int32_t, 20> flags{};
+  const int32_t n = 20;
+  const auto decode = [&](int32_t mask) { return GetRequestedHistoryError(&mask, &n, flags.data()); };
+  EXPECT_EQ(decode(128 + 256), 0);
+  EXPECT_EQ(flags[7], 1);
+  EXPECT_EQ(flags[8], 1);
+  EXPECT_EQ(flags[0], 0);
+  // The count for 8192 falls one short, so its own flag stays clear.
+  EXPECT_EQ(decode(8192), 0);
+  EXPECT_EQ(flags[13], 0);
+  EXPECT_EQ(decode(8193), 0);
+  EXPECT_EQ(flags[13], 1);
+  EXPECT_EQ(decode(-4), -1);
+  const int32_t few = 5;
+  int32_t mask = 1024;
+  flags.fill(3);
+  EXPECT_EQ(GetRequestedSingleValueError(&mask, &few, flags.data()), 11);
+  EXPECT_EQ(flags[4], 0);
+  EXPECT_EQ(flags[5], 3) << "only the first n flags are touched";
+}
+
+}  // namespace
+}  // namespace tmrdar::frame
