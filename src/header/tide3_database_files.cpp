@@ -1,5 +1,6 @@
 #include "header/tide3_database_files.h"
 
+#include <limits>
 #include <new>
 #include <string>
 
@@ -156,7 +157,11 @@ void TIDE3_DATABASE_FILES::LOAD_BLOCK_DIRECTORY(int32_t& flag) {
     }
     MOD_COMMON_DATABASE::GET_BLOCK_ADDRESSES(blocks, next, HEADER_INTS);
   }
-  for (int32_t& address : blocks.ADDRESSES) address -= 1;
+  // To 0-based records. The lowest entry cannot go lower and stays what it
+  // is: an address before the start of the file either way.
+  for (int32_t& address : blocks.ADDRESSES) {
+    if (address != std::numeric_limits<int32_t>::min()) address -= 1;
+  }
 }
 
 void TIDE3_DATABASE_FILES::DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS() { TABLES = HEADER_TABLES{}; }

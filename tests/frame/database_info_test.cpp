@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -200,6 +201,27 @@ TEST_F(DatabaseInfo, AFailedHeaderStillOpensTheJob) {
   const OPENED o = OPEN(STEM());
   EXPECT_EQ(o.result, 0);
   EXPECT_EQ(o.dims, std::vector<int32_t>(14, 0));
+}
+
+TEST_F(DatabaseInfo, DamagedHeadersOpenOrFailButNeverCrash) {
+  // Words of the first, size and directory records replaced by values a
+  // damaged file may hold: huge, negative, zero, or pointing past the end.
+  const builder::FILE_IMAGE good = JOB().IMAGE(builder::FILE_KIND::MOTION);
+  const std::array<int32_t, 9> hostile{0, -1, 1, 2, 13, 2'147'483'647, -2'147'483'647 - 1, 1'000'000, 9};
+  uint32_t seed = 12345;
+  const auto next = [&seed] { return seed = seed * 1'103'515'245U + 12'345U; };
+  for (int round = 0; round < 200; ++round) {
+    builder::FILE_IMAGE image = good;
+    for (int change = 0; change < 3; ++change) {
+      const auto record = static_cast<int64_t>(next() % 10);
+      const auto word = static_cast<int>(next() % 8) + 1;
+      image.PUT_INT(record, word, hostile[next() % hostile.size()]);
+    }
+    if (round % 4 == 0) image.TRUNCATE(next() % 400);
+    ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
+    const OPENED o = OPEN(STEM());
+    EXPECT_TRUE(o.result == 0 || o.result == -3) << "round " << round << " gave " << o.result;
+  }
 }
 
 TEST_F(DatabaseInfo, XitClosesOnceAndKeepsTheCodes) {
