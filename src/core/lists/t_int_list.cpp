@@ -91,9 +91,7 @@ void T_INT_LIST::SWAP(int32_t first, int32_t second) {
 }
 
 void T_INT_LIST::APPEND_DATA(int32_t value) {
-  if (!CREATED()) CREATE();
-  if (length_ == capacity_) GROW(length_ + 1);
-  if (length_ >= capacity_) return;
+  if (!MAKE_ROOM(int64_t{length_} + 1)) return;
   data_[length_] = value;
   ++length_;
 }
@@ -121,7 +119,7 @@ void T_INT_LIST::REMOVE(int32_t index, int32_t count) {
 }
 
 void T_INT_LIST::INSERT(int32_t value, int32_t index, int32_t count) {
-  if (index < 1 || index > length_ + 1 || count < 1) return;
+  if (index < 1 || index > int64_t{length_} + 1 || count < 1) return;
   if (!MAKE_ROOM(int64_t{length_} + count)) return;
   int32_t* const at = data_.get() + (index - 1);
   std::copy_backward(at, data_.get() + length_, data_.get() + length_ + count);
@@ -130,8 +128,8 @@ void T_INT_LIST::INSERT(int32_t value, int32_t index, int32_t count) {
 }
 
 int32_t T_INT_LIST::INDEX_OF(int32_t value, int32_t start) const {
-  for (int32_t i = std::max(start, int32_t{1}); i <= length_; ++i) {
-    if (data_[i - 1] == value) return i;
+  for (int32_t i = std::max(start, int32_t{1}) - 1; i < length_; ++i) {
+    if (data_[i] == value) return i + 1;
   }
   return -1;
 }
