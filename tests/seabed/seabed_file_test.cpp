@@ -100,6 +100,7 @@ TEST(SeabedFile, BadProfilesAreRefusedAtTheirLine) {
       {head + "profile spline\n", STATUS_SYNTAX, 2},
       {head + "profile linear\n0 1\n1 2 3\n", STATUS_SYNTAX, 4},
       {head + "profile linear\n0 1\n1 2m\n", STATUS_SYNTAX, 4},
+      {head + "profile linear\n0 1\n+-1 2\n", STATUS_SYNTAX, 4},
       {head + "profile linear\n0 1\nnan 2\n", STATUS_SYNTAX, 4},
       {head + "profile linear\n0 1\n1 1e39\n", STATUS_SYNTAX, 4},  // beyond 32 bits
       {head + "profile linear\n0 1\n5 2\n4 2\n", STATUS_BAD_DATA, 5},

@@ -67,7 +67,7 @@ bool SAME_WORD(std::string_view word, std::string_view keyword) {
 
 // A finite real that a 32-bit real can hold.
 bool READ_REAL(std::string_view word, double& value) {
-  if (!word.empty() && word.front() == '+') word.remove_prefix(1);
+  if (word.size() > 1 && word[0] == '+' && word[1] != '-') word.remove_prefix(1);
   const char* end = word.data() + word.size();
   const auto [ptr, ec] = std::from_chars(word.data(), end, value, std::chars_format::general);
   if (ec != std::errc() || ptr != end || !std::isfinite(value)) return false;
@@ -75,7 +75,7 @@ bool READ_REAL(std::string_view word, double& value) {
 }
 
 bool READ_INTEGER(std::string_view word, int64_t& value) {
-  if (!word.empty() && word.front() == '+') word.remove_prefix(1);
+  if (word.size() > 1 && word[0] == '+' && word[1] != '-') word.remove_prefix(1);
   const char* end = word.data() + word.size();
   const auto [ptr, ec] = std::from_chars(word.data(), end, value);
   return ec == std::errc() && ptr == end;
