@@ -44,4 +44,28 @@ std::optional<std::string> FULL_PATH(std::string_view path) {
   return FOLD_PATH(path, *current);
 }
 
+PATH_PARTS SPLIT_PATH(std::string_view full_path) {
+  const std::size_t separator = full_path.rfind(PATH_SEPARATOR);
+  const std::size_t start = separator == std::string_view::npos ? 0 : separator + 1;
+  const std::string_view last = full_path.substr(start);
+  const std::size_t point = last.rfind('.');
+  PATH_PARTS parts;
+  parts.DIRECTORY = full_path.substr(0, start);
+  parts.NAME = last.substr(0, point);
+  if (point != std::string_view::npos) parts.EXTENSION = last.substr(point);
+
+  if (parts.NAME.find_first_not_of(' ') == std::string::npos) {
+    // `start` is also the place of the separator counted from 1, 0 without one.
+    const std::size_t last_point = full_path.rfind('.');
+    const std::size_t point_place = last_point == std::string_view::npos ? 0 : last_point + 1;
+    if (point_place > start + 1) {
+      parts.NAME = full_path.substr(start, point_place - 1 - start);
+      parts.EXTENSION = full_path.substr(point_place - 1);
+    } else {
+      parts.NAME = last;
+    }
+  }
+  return parts;
+}
+
 }  // namespace tmrdar::platform

@@ -61,4 +61,21 @@ std::optional<std::string> FULL_PATH(std::string_view path);
 // The folding rule of FULL_PATH against a given absolute directory.
 std::string FOLD_PATH(std::string_view path, std::string_view current_directory);
 
+// A full path taken apart by text alone.
+struct PATH_PARTS {
+  std::string DIRECTORY;  // up to and including the last separator; empty without one
+  std::string NAME;
+  std::string EXTENSION;  // from the last "." of the last component on, "." included
+};
+
+// Splits a path at its last separator, and the last component at its last
+// ".". A name that comes out blank, as for ".job" or a path that ends with its
+// separator, is taken by hand: counting places from 1, with 0 for a character
+// that is not there, when the last "." of the whole path stands more than one
+// place behind the last separator, the name is what stands between them and
+// the extension the rest from the "." on; otherwise the name is everything
+// behind the last separator and the extension stays. Nothing is cut or
+// changed in case.
+PATH_PARTS SPLIT_PATH(std::string_view full_path);
+
 }  // namespace tmrdar::platform

@@ -22,36 +22,6 @@ std::string_view ARGUMENT(std::span<const std::string> arguments, std::size_t in
 
 std::string_view CUT(std::string_view s, std::size_t width) { return s.substr(0, std::min(s.size(), width)); }
 
-struct PATH_PARTS {
-  std::string_view directory;  // with its trailing separator
-  std::string_view name;
-};
-
-// Splits a full path into its directory and the name of its file. A name that
-// comes out blank, as for a file whose name starts with its only point, is
-// taken by hand: what stands between the last separator and a point that
-// follows it by more than one place, or else all behind the separator.
-PATH_PARTS SPLIT(std::string_view full) {
-  const std::size_t slash = full.rfind(platform::PATH_SEPARATOR);
-  const std::size_t name_start = slash == std::string_view::npos ? 0 : slash + 1;
-  const std::string_view file = full.substr(name_start);
-  PATH_PARTS parts;
-  parts.directory = CUT(full.substr(0, name_start), PATH_FIELD_WIDTH);
-  parts.name = CUT(file.substr(0, file.rfind('.')), PATH_FIELD_WIDTH);
-  if (chars::IS_BLANK(parts.name)) {
-    // Positions from 1, with 0 for "not found".
-    const std::size_t separator_place = slash == std::string_view::npos ? 0 : slash + 1;
-    const std::size_t point = full.rfind('.');
-    const std::size_t point_place = point == std::string_view::npos ? 0 : point + 1;
-    if (point_place > separator_place + 1) {
-      parts.name = CUT(full.substr(separator_place, point_place - 1 - separator_place), PATH_FIELD_WIDTH);
-    } else {
-      parts.name = CUT(full.substr(separator_place), PATH_FIELD_WIDTH);
-    }
-  }
-  return parts;
-}
-
 }  // namespace
 
 void GET_COMMANDS(std::span<const std::string> arguments, std::span<char> directory,
@@ -64,10 +34,10 @@ void GET_COMMANDS(std::span<const std::string> arguments, std::span<char> direct
   }
 
   const std::string full = platform::FULL_PATH(chars::TRIM(job)).value_or(std::string{});
-  const PATH_PARTS parts = SPLIT(CUT(full, PATH_FIELD_WIDTH));
+  const platform::PATH_PARTS parts = platform::SPLIT_PATH(CUT(full, PATH_FIELD_WIDTH));
   // There are no drives: the directory stands alone.
-  chars::ASSIGN_PADDED(directory, chars::TRIM(parts.directory));
-  chars::ASSIGN_PADDED(name, parts.name);
+  chars::ASSIGN_PADDED(directory, chars::TRIM(parts.DIRECTORY));
+  chars::ASSIGN_PADDED(name, parts.NAME);
 
   std::string with_separator(chars::TRIM(ARGUMENT(arguments, 2)));
   with_separator.push_back(platform::PATH_SEPARATOR);

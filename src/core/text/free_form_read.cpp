@@ -18,27 +18,43 @@ bool EQUALS_NO_CASE(std::string_view a, std::string_view lower_b) {
          std::equal(a.begin(), a.end(), lower_b.begin(), [](char x, char y) { return LOWER(x) == y; });
 }
 
-// Cuts the field out of the text: leading blanks and tabs skipped, then up to
-// the first separator. `ended_by_separator` tells whether a comma or a slash
-// stands right behind the field.
-std::string_view FIELD_OF(std::string_view text, bool& ended_by_separator) {
+constexpr bool IS_BLANK(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+// Cuts the value out of the text. Leading blanks are skipped, and the field
+// runs up to the first blank, comma or slash. An empty field before a comma or
+// a slash is a null value, and nothing at all is malformed. A field r*value
+// stands for r copies of the value and r* for r null values; r is a positive
+// decimal count, of any length since it is never converted. The value, when
+// there is one, is left in `value_text`.
+FREE_FORM_READ VALUE_OF(std::string_view text, std::string_view& value_text) {
   std::size_t begin = 0;
-  while (begin < text.size() && (text[begin] == ' ' || text[begin] == '\t')) ++begin;
+  while (begin < text.size() && IS_BLANK(text[begin])) ++begin;
   std::size_t end = begin;
-  while (end < text.size() && text[end] != ' ' && text[end] != '\t' && text[end] != ',' &&
-         text[end] != '/') {
-    ++end;
+  while (end < text.size() && !IS_BLANK(text[end]) && text[end] != ',' && text[end] != '/') ++end;
+  std::string_view field = text.substr(begin, end - begin);
+  if (field.empty()) {
+    return end < text.size() ? FREE_FORM_READ::NULL_VALUE : FREE_FORM_READ::MALFORMED;
   }
-  ended_by_separator = end < text.size() && (text[end] == ',' || text[end] == '/');
-  return text.substr(begin, end - begin);
+  const std::size_t star = field.find('*');
+  if (star != std::string_view::npos) {
+    const std::string_view count = field.substr(0, star);
+    if (count.empty() || !std::all_of(count.begin(), count.end(), IS_DIGIT) ||
+        count.find_first_not_of('0') == std::string_view::npos) {
+      return FREE_FORM_READ::MALFORMED;
+    }
+    field.remove_prefix(star + 1);
+    if (field.empty()) return FREE_FORM_READ::NULL_VALUE;
+  }
+  value_text = field;
+  return FREE_FORM_READ::VALUE;
 }
 
 }  // namespace
 
 FREE_FORM_READ READ_FREE_FORM_INTEGER(std::string_view text, int32_t& value) {
-  bool ended_by_separator = false;
-  const std::string_view field = FIELD_OF(text, ended_by_separator);
-  if (field.empty()) return ended_by_separator ? FREE_FORM_READ::NULL_VALUE : FREE_FORM_READ::MALFORMED;
+  std::string_view field;
+  const FREE_FORM_READ kind = VALUE_OF(text, field);
+  if (kind != FREE_FORM_READ::VALUE) return kind;
 
   std::size_t i = 0;
   const bool negative = field[0] == '-';
@@ -61,9 +77,9 @@ FREE_FORM_READ READ_FREE_FORM_INTEGER(std::string_view text, int32_t& value) {
 }
 
 FREE_FORM_READ READ_FREE_FORM_REAL(std::string_view text, float& value) {
-  bool ended_by_separator = false;
-  std::string_view field = FIELD_OF(text, ended_by_separator);
-  if (field.empty()) return ended_by_separator ? FREE_FORM_READ::NULL_VALUE : FREE_FORM_READ::MALFORMED;
+  std::string_view field;
+  const FREE_FORM_READ kind = VALUE_OF(text, field);
+  if (kind != FREE_FORM_READ::VALUE) return kind;
 
   const bool negative = field[0] == '-';
   if (field[0] == '+' || field[0] == '-') field.remove_prefix(1);
@@ -72,7 +88,9 @@ FREE_FORM_READ READ_FREE_FORM_REAL(std::string_view text, float& value) {
     value = negative ? -std::numeric_limits<float>::infinity() : std::numeric_limits<float>::infinity();
     return FREE_FORM_READ::VALUE;
   }
-  if (EQUALS_NO_CASE(field, "nan")) {
+  // A NaN may carry characters of its own in parentheses, which are ignored.
+  if (field.size() >= 3 && EQUALS_NO_CASE(field.substr(0, 3), "nan") &&
+      (field.size() == 3 || (field[3] == '(' && field.back() == ')'))) {
     value = std::numeric_limits<float>::quiet_NaN();
     return FREE_FORM_READ::VALUE;
   }
