@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the project and runs every test three times: with g++, with clang,
+# Builds the project and runs every test three times: with g++ (which also
+# builds the benchmarks, so that they keep compiling), with clang,
 # and with g++ under AddressSanitizer and UndefinedBehaviorSanitizer.
 # Warnings are errors in every build.
 set -euo pipefail
@@ -9,15 +10,16 @@ jobs=$(nproc 2>/dev/null || echo 2)
 
 run() {
   local name=$1 compiler=$2 flags=$3
+  shift 3
   local dir="build/test-${name}"
   echo "== ${name}: configure, build, test"
   cmake -S . -B "$dir" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-    -DCMAKE_CXX_FLAGS="$flags" -DTMRDAR_WERROR=ON -DTMRDAR_BUILD_TESTS=ON >/dev/null
+    -DCMAKE_CXX_FLAGS="$flags" -DTMRDAR_WERROR=ON -DTMRDAR_BUILD_TESTS=ON "$@" >/dev/null
   cmake --build "$dir" -j "$jobs"
   ctest --test-dir "$dir" -j "$jobs" --output-on-failure
 }
 
-run gcc g++ ""
+run gcc g++ "" -DTMRDAR_BUILD_BENCHMARKS=ON
 run clang clang++ ""
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
   run sanitize g++ "-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
