@@ -6,12 +6,104 @@ namespace tmrdar::builder {
 
 using MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES;
 
+namespace {
+
+// Blocks 2 to 15 from the run control values, word by word.
+std::map<int32_t, std::vector<RECORD>> RUN_CONTROL_BLOCKS(const JOB& job) {
+  const header::HEADER_VARIABLES& v = job.RUN;
+  std::map<int32_t, std::vector<RECORD>> blocks;
+  blocks[2] = {RECORD::INTS({0, 0, 0, 0, v.TAIL_PAIR_COUNT_A, v.TAIL_PAIR_COUNT_B, v.NUM_BINARY_ITEMS, v.HDR_2_8})};
+  blocks[3] = {RECORD::INTS({v.RESULT_START_RECORD, static_cast<int32_t>(v.MOTION_STEP_RECORDS),
+                             static_cast<int32_t>(v.FORCE_STEP_RECORDS), v.HDR_3_4,
+                             static_cast<int32_t>(v.MOTION_START_OFFSET), static_cast<int32_t>(v.FORCE_START_OFFSET),
+                             v.HDR_3_7, v.NUM_PANELS})};
+  blocks[4] = {RECORD::REALS({v.START_TIME, v.HDR_4_2, v.HDR_4_3, v.HDR_4_4, v.HDR_4_5, v.HDR_4_6})
+                   .INT(7, v.PIP_NODES_PER_PAIR)
+                   .INT(8, v.NUM_NONLINEAR_E_TABLES)};
+  blocks[5] = {RECORD::REALS({v.ANALYSIS_DETAIL_3, v.EXTERNAL_FLUID_DEFAULT_A, v.EXTERNAL_FLUID_DEFAULT_B})
+                   .INT(4, v.NUM_GUIDE_SURFACES)
+                   .INT(5, v.NUM_ZERO_GAP_GUIDES)
+                   .INT(6, v.NUM_PIP_CONNECTIONS)
+                   .INT(7, v.NUM_PIPE_IN_PIPE)
+                   .INT(8, v.NUM_CLASH_PAIRS)};
+  blocks[6] = {RECORD::INTS({v.NUM_ELEMENTS, v.NUM_NODES, v.NODES_PER_ELEMENT, v.COORDS_PER_NODE, v.DOFS_PER_NODE,
+                             v.NUM_BOUNDARY_CONDITIONS, v.NUM_ELEMENT_SETS, v.NUM_NODE_SETS})};
+  blocks[7] = {RECORD::INTS({v.NUM_TIME_STEPS})};
+  blocks[8] = {RECORD::INTS({v.ANALYSIS_DETAIL_1, v.HDR_8_2, job.SEABED_CODE, v.NUM_SEABED_POINTS,
+                             v.NUM_WAVE_HARMONICS})
+                   .REAL(6, v.HDR_8_6)
+                   .INT(7, v.NUM_VESSELS)
+                   .INT(8, v.HDR_8_8)};
+  RECORD flags_1;
+  RECORD flags_2;
+  for (int w = 1; w <= 8; ++w) {
+    flags_1.INT(w, v.OUTPUT_FLAGS[static_cast<std::size_t>(w - 1)]);
+    flags_2.INT(w, v.OUTPUT_FLAGS[static_cast<std::size_t>(w + 7)]);
+  }
+  blocks[9] = {flags_1};
+  blocks[10] = {flags_2};
+  blocks[11] = {RECORD::INTS({v.NUM_AUX_NODES, v.NUM_AUX_ELEMENTS, v.NUM_POINT_MASSES, v.NUM_POINT_LOADS,
+                              v.NUM_CURRENT_POINTS, v.NUM_FLOATING_BODIES, v.NUM_INSTALLATION_CRITERIA,
+                              v.NUM_LABELS})};
+  blocks[12] = {RECORD::INTS({v.NUM_DAMPER_ELEMENTS, v.OUTPUT_FLAGS[16]})};
+  blocks[13] = {RECORD::INTS({v.HDR_13_1, v.NUM_DSP_WAVE_HARMONICS, v.HDR_13_3, v.HDR_13_4, 0, v.HDR_13_6})
+                    .INT(8, v.AUX_ELEMENT_RESULT_SETS)};
+  blocks[14] = {RECORD::INTS({v.NUM_TARGET_SPECTRUM_INTERVALS, 0, v.HDR_14_3, v.HDR_14_4, job.HDR_14_5_CODE})
+                    .REAL(6, job.SEABED_ANGLE)
+                    .INT(7, v.HDR_14_7)};
+  // The title in pieces of 28, 28 and 24 characters, one a record.
+  const std::string_view title = v.ANALYSIS_TITLE.VIEW();
+  blocks[15] = {RECORD::TEXT(title.substr(0, 28)), RECORD::TEXT(title.substr(28, 28)),
+                RECORD::TEXT(title.substr(56, 24))};
+  return blocks;
+}
+
+}  // namespace
+
+JOB::JOB() {
+  RUN.NUM_TIME_STEPS = 1;
+  RUN.NODES_PER_ELEMENT = 2;
+  RUN.COORDS_PER_NODE = 3;
+  RUN.DOFS_PER_NODE = 6;
+}
+
+MOD_COMMON_DATABASE::BLOCK_COUNTS JOB::LAYOUT_COUNTS() const {
+  MOD_COMMON_DATABASE::BLOCK_COUNTS counts = COUNTS;
+  counts.NUM_ELEMENTS = RUN.NUM_ELEMENTS;
+  counts.NUM_NONLINEAR_E_TABLES = RUN.NUM_NONLINEAR_E_TABLES;
+  counts.NUM_NODES = RUN.NUM_NODES;
+  counts.NUM_AUX_ELEMENTS = RUN.NUM_AUX_ELEMENTS;
+  counts.NUM_AUX_NODES = RUN.NUM_AUX_NODES;
+  counts.NUM_SEABED_POINTS = RUN.NUM_SEABED_POINTS;
+  counts.NUM_WAVE_HARMONICS = RUN.NUM_WAVE_HARMONICS;
+  counts.NUM_DSP_WAVE_HARMONICS = RUN.NUM_DSP_WAVE_HARMONICS;
+  counts.NUM_ELEMENT_SETS = RUN.NUM_ELEMENT_SETS;
+  counts.NUM_NODE_SETS = RUN.NUM_NODE_SETS;
+  counts.NUM_LABELS = RUN.NUM_LABELS;
+  counts.NUM_POINT_MASSES = RUN.NUM_POINT_MASSES;
+  counts.NUM_POINT_LOADS = RUN.NUM_POINT_LOADS;
+  counts.NUM_BOUNDARY_CONDITIONS = RUN.NUM_BOUNDARY_CONDITIONS;
+  counts.NUM_CURRENT_POINTS = RUN.NUM_CURRENT_POINTS;
+  counts.PIP_NODES_PER_PAIR = RUN.PIP_NODES_PER_PAIR;
+  counts.NUM_PIPE_IN_PIPE = RUN.NUM_PIPE_IN_PIPE;
+  counts.NUM_GUIDE_SURFACES = RUN.NUM_GUIDE_SURFACES;
+  counts.NUM_PANELS = RUN.NUM_PANELS;
+  counts.NUM_ZERO_GAP_GUIDES = RUN.NUM_ZERO_GAP_GUIDES;
+  counts.NUM_INSTALLATION_CRITERIA = RUN.NUM_INSTALLATION_CRITERIA;
+  counts.NUM_FLOATING_BODIES = RUN.NUM_FLOATING_BODIES;
+  counts.NUM_VESSELS = RUN.NUM_VESSELS;
+  counts.NUM_TARGET_SPECTRUM_INTERVALS = RUN.NUM_TARGET_SPECTRUM_INTERVALS;
+  counts.NUM_PLASTIC_HARDENING_MODELS = RUN.NUM_PLASTIC_HARDENING_MODELS;
+  counts.NUM_DAMPER_ELEMENTS = RUN.NUM_DAMPER_ELEMENTS;
+  return counts;
+}
+
 T_BLOCK_ADDRESSES JOB::DIRECTORY(int64_t* header_end) const {
   T_BLOCK_ADDRESSES directory;
   int32_t status = 0;
   MOD_COMMON_DATABASE::INIT_BLOCK_ADDRESSES(directory, NUM_BLOCK_ADDRESSES, status);
   int64_t total = 0;
-  MOD_COMMON_DATABASE::SET_BLOCK_ADDRESSES(directory, COUNTS, total);
+  MOD_COMMON_DATABASE::SET_BLOCK_ADDRESSES(directory, LAYOUT_COUNTS(), total);
   if (header_end != nullptr) *header_end = total;
   return directory;
 }
@@ -41,12 +133,15 @@ FILE_IMAGE JOB::IMAGE(FILE_KIND kind) const {
 
   // The blocks, each at its entry, each within the records reserved for it.
   const int64_t after_directory = last_directory_record;  // 0-based record behind the directory
-  for (const auto& [k, records] : BLOCKS) {
+  const MOD_COMMON_DATABASE::BLOCK_COUNTS counts = LAYOUT_COUNTS();
+  std::map<int32_t, std::vector<RECORD>> blocks = RUN_CONTROL_BLOCKS(*this);
+  for (const auto& [k, records] : BLOCKS) blocks[k] = records;
+  for (const auto& [k, records] : blocks) {
     if (k < 2 || k > MOD_COMMON_DATABASE::NUM_HEADER_BLOCKS || k > NUM_BLOCK_ADDRESSES) {
       throw std::invalid_argument("block " + std::to_string(k) + " has no directory entry");
     }
     const int64_t start = directory.ENTRY(k) - 1;  // 0-based record
-    const int64_t reserved = MOD_COMMON_DATABASE::BLOCK_RECORDS(k, COUNTS);
+    const int64_t reserved = MOD_COMMON_DATABASE::BLOCK_RECORDS(k, counts);
     if (start < after_directory || static_cast<int64_t>(records.size()) > reserved) {
       throw std::invalid_argument("block " + std::to_string(k) + " does not fit its place in the layout");
     }

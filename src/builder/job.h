@@ -8,7 +8,9 @@
 //   builder::JOB job;                        // a V861 job with both files
 //   job.FORCE.PRESENT = false;               // ... of which only the .dbm exists
 //   job.MOTION.FIRST.ANALYSIS_DETAIL_2 = 7;
-//   job.BLOCKS[7] = {builder::RECORD::INTS({12})};
+//   job.RUN.NUM_TIME_STEPS = 100;            // run control values, blocks 2 to 15
+//   job.RUN.ANALYSIS_TITLE.ASSIGN("Catenary riser");
+//   job.BLOCKS[7] = {builder::RECORD::INTS({12})};  // a block's raw records instead
 //   job.WRITE(dir + "/riser");
 #pragma once
 
@@ -20,6 +22,7 @@
 
 #include "builder/file_image.h"
 #include "header/common_database.h"
+#include "header/tide3_database_files.h"
 
 namespace tmrdar::builder {
 
@@ -39,15 +42,31 @@ struct DATABASE_FILE_DESCRIPTION {
 enum class FILE_KIND { MOTION, FORCE };
 
 struct JOB {
+  JOB();
+
   DATABASE_FILE_DESCRIPTION MOTION;
   DATABASE_FILE_DESCRIPTION FORCE;
 
   // Entries of the block directory.
   int32_t NUM_BLOCK_ADDRESSES = MOD_COMMON_DATABASE::NUM_HEADER_BLOCKS;
-  // The counts that size the blocks of the header.
+  // The run control values that blocks 2 to 15 carry; their counts also size
+  // the blocks behind them. A job has one time step, 2 nodes an element,
+  // 3 coordinates and 6 degrees of freedom a node unless a test says otherwise.
+  header::HEADER_VARIABLES RUN;
+  // Block 8 word 3: the seabed kind code.
+  int32_t SEABED_CODE = 1;
+  // Block 14 word 5 (the code that sets HDR_14_5) and word 6 (the seabed angle).
+  int32_t HDR_14_5_CODE = 0;
+  float SEABED_ANGLE = 0.0F;
+  // The counts of the blocks whose size the header does not hold; the header's
+  // own counts in here are replaced by those of RUN.
   MOD_COMMON_DATABASE::BLOCK_COUNTS COUNTS;
-  // Raw contents of header blocks, by directory entry (2 to 52).
+  // Raw contents of header blocks, by directory entry (2 to 52). A raw block
+  // stands in place of what the job would write there.
   std::map<int32_t, std::vector<RECORD>> BLOCKS;
+
+  // The counts by which the header is laid out.
+  MOD_COMMON_DATABASE::BLOCK_COUNTS LAYOUT_COUNTS() const;
 
   // The directory of the header in 1-based record numbers, as written, and
   // in `header_end` the 1-based record behind the header.

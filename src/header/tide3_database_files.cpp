@@ -116,10 +116,12 @@ void TIDE3_DATABASE_FILES::READ_TIDE3_DATABASE_HEADER(int32_t& flag) {
   ANALYSIS_DETAIL_2 = HEADER_INTS[2];
   std::copy(HEADER_INTS.begin() + 3, HEADER_INTS.end(), FILE_WORDS.begin());
 
-  if (VERSION.BLOCKS == BLOCK_LOCATION::DIRECTORY) {
-    LOAD_BLOCK_DIRECTORY(flag);
-    if (flag != 0) return;
-  }
+  // The formats without a directory find their blocks otherwise; their
+  // header read ends with the first record for now.
+  if (VERSION.BLOCKS != BLOCK_LOCATION::DIRECTORY) return;
+  LOAD_BLOCK_DIRECTORY(flag);
+  if (flag != 0) return;
+  READ_RUN_CONTROL_BLOCKS(flag);
 }
 
 void TIDE3_DATABASE_FILES::LOAD_BLOCK_DIRECTORY(int32_t& flag) {

@@ -14,6 +14,7 @@
 #include "header/common_database.h"
 #include "header/database_file.h"
 #include "header/format_version.h"
+#include "seabed/seabed_profile.h"
 
 namespace tmrdar::header {
 
@@ -163,9 +164,17 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   std::unique_ptr<MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES> BLOCK_ADDRESSES;
 
   HEADER_TABLES TABLES;
+  // The sea floor: its kind from the run control, its data from the seabed blocks.
+  MOD_SEABED_PROFILE::T_SEABED_PROFILE SEABED_PROFILE;
+
+  // Byte position of the start of header block k by the directory; an
+  // invalid (non-positive) position for a block the directory does not have.
+  int64_t BLOCK_POSITION(int32_t k) const;
 
  private:
   void LOAD_BLOCK_DIRECTORY(int32_t& flag);
+  // Blocks 2 to 15, and the test that the frames hold at least one step.
+  void READ_RUN_CONTROL_BLOCKS(int32_t& flag);
   void REPORT_OPEN_FAILURE(std::string_view message, const std::string& path) const;
 };
 

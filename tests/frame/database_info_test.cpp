@@ -61,6 +61,14 @@ TEST_F(DatabaseInfo, AnyExtensionOpensTheSamePairOfFiles) {
   JOB job;
   job.MOTION.FIRST.FILE_WORDS = {1, 2, 3, 4, 5};
   job.FORCE.FIRST.FILE_WORDS = {6, 7, 8, 9, 10};
+  job.RUN.NUM_TIME_STEPS = 40;
+  job.RUN.PIP_NODES_PER_PAIR = 2;
+  job.RUN.NUM_ELEMENTS = 3;
+  job.RUN.NUM_NODES = 4;
+  job.RUN.NUM_LABELS = 7;
+  job.RUN.NUM_PIP_CONNECTIONS = 12;
+  job.RUN.NUM_CLASH_PAIRS = 13;
+  job.RUN.NUM_NONLINEAR_E_TABLES = 14;
   job.WRITE(STEM());
   for (const std::string& path : {STEM(), STEM() + ".dbm", STEM() + ".XYZ", STEM() + ".dbf   "}) {
     const OPENED o = OPEN(path);
@@ -69,8 +77,7 @@ TEST_F(DatabaseInfo, AnyExtensionOpensTheSamePairOfFiles) {
     EXPECT_EQ(o.force, 13);
     EXPECT_EQ(o.motion_words, (std::array<int32_t, 5>{1, 2, 3, 4, 5}));
     EXPECT_EQ(o.force_words, (std::array<int32_t, 5>{6, 7, 8, 9, 10}));
-    // The header stops behind the directory, so every dimension is still 0.
-    EXPECT_EQ(o.dims, std::vector<int32_t>(14, 0));
+    EXPECT_EQ(o.dims, (std::vector<int32_t>{40, 2, 3, 4, 0, 0, 7, 0, 0, 0, 0, 12, 13, 14}));
   }
   EXPECT_EQ(LIBRARY().LIBRARY_MOTION_CODE, 13);
   EXPECT_EQ(LIBRARY().LIBRARY_FORCE_CODE, 13);
@@ -201,6 +208,14 @@ TEST_F(DatabaseInfo, AFailedHeaderStillOpensTheJob) {
   const OPENED o = OPEN(STEM());
   EXPECT_EQ(o.result, 0);
   EXPECT_EQ(o.dims, std::vector<int32_t>(14, 0));
+  // Without time steps the header stops behind the run control blocks, and
+  // the dimensions read so far are handed on.
+  JOB job;
+  job.RUN.NUM_TIME_STEPS = 0;
+  job.RUN.NUM_ELEMENTS = 5;
+  job.RUN.NUM_NODES = 6;
+  job.WRITE(STEM());
+  EXPECT_EQ(OPEN(STEM()).dims, (std::vector<int32_t>{0, 0, 5, 6, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
 TEST_F(DatabaseInfo, DamagedHeadersOpenOrFailButNeverCrash) {

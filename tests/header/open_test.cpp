@@ -40,7 +40,7 @@ class ReaderOpen : public ::testing::Test {
 
 TEST_F(ReaderOpen, LoadsTheDirectoryAsZeroBasedRecords) {
   JOB job;
-  job.COUNTS.NUM_ELEMENTS = 3;
+  job.RUN.NUM_ELEMENTS = 3;
   job.MOTION.FIRST.ANALYSIS_DETAIL_2 = 77;
   job.MOTION.FIRST.FILE_WORDS = {4, 5, 6, 7, 8};
   job.FORCE.FIRST.ANALYSIS_DETAIL_2 = 99;
@@ -99,11 +99,13 @@ TEST_F(ReaderOpen, DirectoryCopyStopsAtTheCountAndAtTheLastRecord) {
   EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(25), -1);
   EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(52), -1);
 
-  // A last directory record of 2 reads no directory at all.
+  // A last directory record of 2 reads no directory at all, so the first
+  // block has an address before the file and cannot be read.
   image.PUT_INT(1, 2, 2);
   ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  EXPECT_FALSE(OPEN(v861));
+  EXPECT_TRUE(OPEN(v861));
   EXPECT_EQ(v861.BLOCK_ADDRESSES->ADDRESSES, std::vector<int32_t>(52, -1));
+  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
 }
 
 TEST_F(ReaderOpen, ATruncatedDirectoryRepeatsTheLastRecordItCouldRead) {

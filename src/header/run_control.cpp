@@ -1,0 +1,182 @@
+// The run control blocks 2 to 15 of a header: the counts that size every
+// table behind them, the layout of the result frames and the title.
+#include <initializer_list>
+
+#include "frame/base/error_handling.h"
+#include "header/tide3_database_files.h"
+
+namespace tmrdar::header {
+namespace {
+
+enum class WORDS { INTS, REALS };
+
+struct RUN {
+  WORDS kind;
+  int32_t count;
+};
+
+}  // namespace
+
+int64_t TIDE3_DATABASE_FILES::BLOCK_POSITION(int32_t k) const {
+  const int32_t record = BLOCK_ADDRESSES != nullptr ? BLOCK_ADDRESSES->ENTRY(k) : -1;
+  return 32 * int64_t{record} + 1;
+}
+
+// Reads the first record of block k as runs of integers and reals: each run
+// goes to the next free places of its buffer, both buffers from place 1. The
+// first run is read at the block's position, the others behind it.
+static void READ_RUNS(TIDE3_DATABASE_FILES& db, int64_t position, std::initializer_list<RUN> runs,
+                      int32_t& status) {
+  std::size_t ints = 0;
+  std::size_t reals = 0;
+  bool first = true;
+  for (const RUN& run : runs) {
+    const auto count = static_cast<std::size_t>(run.count);
+    if (run.kind == WORDS::INTS) {
+      const std::span<int32_t> items(db.HEADER_INTS.data() + ints, count);
+      first ? db.HEADER_FILE.READ_INT_AT(items, position, status) : db.HEADER_FILE.READ_INT(items, status);
+      ints += count;
+    } else {
+      const std::span<float> items(db.HEADER_REALS.data() + reals, count);
+      first ? db.HEADER_FILE.READ_REAL_AT(items, position, status) : db.HEADER_FILE.READ_REAL(items, status);
+      reals += count;
+    }
+    first = false;
+  }
+}
+
+void TIDE3_DATABASE_FILES::READ_RUN_CONTROL_BLOCKS(int32_t& flag) {
+  const std::array<int32_t, 8>& i = HEADER_INTS;
+  const std::array<float, 8>& r = HEADER_REALS;
+  constexpr WORDS I = WORDS::INTS;
+  constexpr WORDS R = WORDS::REALS;
+  int32_t status = 0;
+  // A block that cannot be read ends the header; what was stored stays.
+  const auto read = [&](int32_t k, std::initializer_list<RUN> runs) {
+    READ_RUNS(*this, BLOCK_POSITION(k), runs, status);
+    if (status == 0) return true;
+    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Unable to read from database header.");
+    flag = -1;
+    return false;
+  };
+
+  if (!read(2, {{I, 8}})) return;
+  TAIL_PAIR_COUNT_A = i[4];
+  TAIL_PAIR_COUNT_B = i[5];
+  NUM_BINARY_ITEMS = i[6];
+  HDR_2_8 = i[7];
+
+  if (!read(3, {{I, 8}})) return;
+  RESULT_START_RECORD = i[0];
+  MOTION_STEP_RECORDS = i[1];
+  FORCE_STEP_RECORDS = i[2];
+  HDR_3_4 = i[3];
+  MOTION_START_OFFSET = i[4];
+  FORCE_START_OFFSET = i[5];
+  HDR_3_7 = i[6];
+  NUM_PANELS = i[7];
+
+  if (!read(4, {{R, 6}, {I, 2}})) return;
+  START_TIME = r[0];
+  END_TIME = r[1];
+  HDR_4_2 = r[1];
+  HDR_4_3 = r[2];
+  HDR_4_4 = r[3];
+  HDR_4_5 = r[4];
+  HDR_4_6 = r[5];
+  PIP_NODES_PER_PAIR = i[0];
+  NUM_NONLINEAR_E_TABLES = i[1];
+
+  if (!read(5, {{R, 3}, {I, 5}})) return;
+  ANALYSIS_DETAIL_3 = r[0];
+  EXTERNAL_FLUID_DEFAULT_A = r[1];
+  EXTERNAL_FLUID_DEFAULT_B = r[2];
+  NUM_GUIDE_SURFACES = i[0];
+  NUM_ZERO_GAP_GUIDES = i[1];
+  NUM_PIP_CONNECTIONS = i[2];
+  NUM_PIPE_IN_PIPE = i[3];
+  NUM_CLASH_PAIRS = i[4];
+
+  if (!read(6, {{I, 8}})) return;
+  NUM_ELEMENTS = i[0];
+  NUM_NODES = i[1];
+  NODES_PER_ELEMENT = i[2];
+  COORDS_PER_NODE = i[3];
+  DOFS_PER_NODE = i[4];
+  NUM_BOUNDARY_CONDITIONS = i[5];
+  NUM_ELEMENT_SETS = i[6];
+  NUM_NODE_SETS = i[7];
+
+  if (!read(7, {{I, 2}})) return;
+  NUM_TIME_STEPS = i[0];
+
+  if (!read(8, {{I, 5}, {R, 1}, {I, 2}})) return;
+  ANALYSIS_DETAIL_1 = i[0];
+  HDR_8_2 = i[1];
+  SEABED_PROFILE.SET_GEOMETRY_AND_INTERPOLATION(i[2]);
+  SEABED_GEOMETRY = SEABED_PROFILE.GEOMETRY();
+  NUM_SEABED_POINTS = i[3];
+  NUM_WAVE_HARMONICS = i[4];
+  HDR_8_6 = r[0];
+  NUM_VESSELS = i[5];
+  HDR_8_8 = i[6];
+
+  if (!read(9, {{I, 8}})) return;
+  std::copy(i.begin(), i.end(), OUTPUT_FLAGS.begin());
+  if (!read(10, {{I, 8}})) return;
+  std::copy(i.begin(), i.end(), OUTPUT_FLAGS.begin() + 8);
+
+  if (!read(11, {{I, 8}})) return;
+  NUM_AUX_NODES = i[0];
+  NUM_AUX_ELEMENTS = i[1];
+  NUM_POINT_MASSES = i[2];
+  NUM_POINT_LOADS = i[3];
+  NUM_CURRENT_POINTS = i[4];
+  NUM_FLOATING_BODIES = i[5];
+  NUM_INSTALLATION_CRITERIA = i[6];
+  NUM_LABELS = i[7];
+
+  if (!read(12, {{I, 2}})) return;
+  NUM_DAMPER_ELEMENTS = i[0];
+  OUTPUT_FLAGS[16] = i[1];
+
+  if (!read(13, {{I, 6}, {R, 1}, {I, 1}})) return;
+  HDR_13_1 = i[0];
+  NUM_DSP_WAVE_HARMONICS = i[1];
+  HDR_13_3 = i[2];
+  HDR_13_4 = i[3];
+  HDR_13_6 = i[5];
+  AUX_ELEMENT_RESULT_SETS = i[6];
+
+  if (!read(14, {{I, 5}, {R, 1}, {I, 1}})) return;
+  NUM_TARGET_SPECTRUM_INTERVALS = i[0];
+  HDR_14_3 = i[2];
+  HDR_14_4 = i[3];
+  switch (i[4]) {
+    case 1: HDR_14_5 = 4; break;
+    case 2: HDR_14_5 = 1; break;
+    case 3: HDR_14_5 = 2; break;
+    default: break;
+  }
+  SEABED_PROFILE.SET_DIRECTION(r[0]);
+  HDR_14_7 = i[5];
+
+  // The title: three pieces, each at the start of its record.
+  const int64_t title = BLOCK_POSITION(15);
+  HEADER_FILE.READ_CHAR_AT(ANALYSIS_TITLE.SPAN().subspan(0, 28), title, status);
+  HEADER_FILE.READ_CHAR_AT(ANALYSIS_TITLE.SPAN().subspan(28, 28), title + 32, status);
+  HEADER_FILE.READ_CHAR_AT(ANALYSIS_TITLE.SPAN().subspan(56, 24), title + 64, status);
+  if (status != 0) {
+    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Unable to read from database header.");
+    flag = -1;
+    return;
+  }
+
+  if (NUM_TIME_STEPS < 1) {
+    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING,
+                           "No solution time steps were outputted to the database.");
+    flag = -1;
+  }
+}
+
+}  // namespace tmrdar::header

@@ -1,0 +1,142 @@
+// The run control blocks 2 to 15 read back field for field.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "builder/job.h"
+#include "frame/base/error_handling.h"
+#include "header/tide3_database_files.h"
+#include "support/scratch_dir.h"
+
+namespace tmrdar::header {
+namespace {
+
+using builder::JOB;
+using builder::RECORD;
+using testing::SCRATCH_DIR;
+using HV = HEADER_VARIABLES;
+
+// Every integer and real that blocks 2 to 15 carry.
+const std::vector<int32_t HV::*> INTEGERS{
+    &HV::TAIL_PAIR_COUNT_A, &HV::TAIL_PAIR_COUNT_B, &HV::NUM_BINARY_ITEMS,   &HV::HDR_2_8,
+    &HV::RESULT_START_RECORD, &HV::HDR_3_4,         &HV::HDR_3_7,            &HV::NUM_PANELS,
+    &HV::PIP_NODES_PER_PAIR, &HV::NUM_NONLINEAR_E_TABLES, &HV::NUM_GUIDE_SURFACES, &HV::NUM_ZERO_GAP_GUIDES,
+    &HV::NUM_PIP_CONNECTIONS, &HV::NUM_PIPE_IN_PIPE, &HV::NUM_CLASH_PAIRS,   &HV::NUM_ELEMENTS,
+    &HV::NUM_NODES,          &HV::NODES_PER_ELEMENT, &HV::COORDS_PER_NODE,   &HV::DOFS_PER_NODE,
+    &HV::NUM_BOUNDARY_CONDITIONS, &HV::NUM_ELEMENT_SETS, &HV::NUM_NODE_SETS, &HV::NUM_TIME_STEPS,
+    &HV::ANALYSIS_DETAIL_1,  &HV::HDR_8_2,           &HV::NUM_SEABED_POINTS, &HV::NUM_WAVE_HARMONICS,
+    &HV::NUM_VESSELS,        &HV::HDR_8_8,           &HV::NUM_AUX_NODES,     &HV::NUM_AUX_ELEMENTS,
+    &HV::NUM_POINT_MASSES,   &HV::NUM_POINT_LOADS,   &HV::NUM_CURRENT_POINTS, &HV::NUM_FLOATING_BODIES,
+    &HV::NUM_INSTALLATION_CRITERIA, &HV::NUM_LABELS, &HV::NUM_DAMPER_ELEMENTS, &HV::HDR_13_1,
+    &HV::NUM_DSP_WAVE_HARMONICS, &HV::HDR_13_3,      &HV::HDR_13_4,          &HV::HDR_13_6,
+    &HV::AUX_ELEMENT_RESULT_SETS, &HV::NUM_TARGET_SPECTRUM_INTERVALS, &HV::HDR_14_3, &HV::HDR_14_4,
+    &HV::HDR_14_7};
+const std::vector<float HV::*> REALS{&HV::START_TIME, &HV::HDR_4_2, &HV::HDR_4_3, &HV::HDR_4_4, &HV::HDR_4_5,
+                                     &HV::HDR_4_6, &HV::ANALYSIS_DETAIL_3, &HV::EXTERNAL_FLUID_DEFAULT_A,
+                                     &HV::EXTERNAL_FLUID_DEFAULT_B, &HV::HDR_8_6};
+const std::vector<int64_t HV::*> WIDENED{&HV::MOTION_STEP_RECORDS, &HV::FORCE_STEP_RECORDS,
+                                         &HV::MOTION_START_OFFSET, &HV::FORCE_START_OFFSET};
+
+class RunControl : public ::testing::Test {
+ protected:
+  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
+
+  bool OPEN(const JOB& job) {
+    job.WRITE(dir.FILE("job"));
+    bool failed = false;
+    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    return failed;
+  }
+
+  SCRATCH_DIR dir;
+  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
+};
+
+TEST_F(RunControl, EveryFieldLandsInItsVariable) {
+  JOB job;
+  // Distinct small counts (the layout sizes blocks by them) and distinct reals.
+  int32_t next = 1;
+  for (const auto field : INTEGERS) job.RUN.*field = next++;
+  for (const auto field : WIDENED) job.RUN.*field = next++;
+  float real = 0.5F;
+  for (const auto field : REALS) job.RUN.*field = real += 1.25F;
+  for (std::size_t f = 0; f < 17; ++f) job.RUN.OUTPUT_FLAGS[f] = static_cast<int32_t>(f % 3);  // 2 is kept as it is
+  job.RUN.ANALYSIS_TITLE.ASSIGN(std::string(28, 'a') + std::string(28, 'b') + std::string(23, 'c') + "d");
+  job.SEABED_CODE = 5;
+  job.SEABED_ANGLE = 30.0F;
+
+  EXPECT_FALSE(OPEN(job));
+  for (std::size_t f = 0; f < INTEGERS.size(); ++f) EXPECT_EQ(db.*INTEGERS[f], job.RUN.*INTEGERS[f]) << "integer " << f;
+  for (std::size_t f = 0; f < WIDENED.size(); ++f) EXPECT_EQ(db.*WIDENED[f], job.RUN.*WIDENED[f]) << "widened " << f;
+  for (std::size_t f = 0; f < REALS.size(); ++f) EXPECT_EQ(db.*REALS[f], job.RUN.*REALS[f]) << "real " << f;
+  EXPECT_EQ(db.END_TIME, job.RUN.HDR_4_2) << "word 2 of block 4 is the end time too";
+  EXPECT_EQ(db.OUTPUT_FLAGS, job.RUN.OUTPUT_FLAGS);
+  EXPECT_EQ(db.ANALYSIS_TITLE, job.RUN.ANALYSIS_TITLE);
+  EXPECT_EQ(db.SEABED_GEOMETRY, 4) << "code 5 is a file profile";
+  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_DEG(), 30.0F);
+  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_RAD(), 30.0 * 0.7853981633974483 / 45.0);
+}
+
+TEST_F(RunControl, TitlePiecesSkipTheRestOfTheirRecords) {
+  JOB job;
+  const std::string junk(32, '#');
+  job.BLOCKS[15] = {RECORD::TEXT(junk).CHARS(0, std::string(28, 'x')), RECORD::TEXT(junk).CHARS(0, "y"),
+                    RECORD::TEXT(junk).CHARS(0, std::string(24, 'z'))};
+  EXPECT_FALSE(OPEN(job));
+  EXPECT_EQ(db.ANALYSIS_TITLE.VIEW(), std::string(28, 'x') + "y" + std::string(27, '#') + std::string(24, 'z'));
+}
+
+TEST_F(RunControl, TheSpectrumCodeSetsHdr145OrKeepsItsDefault) {
+  JOB job;
+  for (const auto& [code, expected] : std::vector<std::pair<int32_t, int32_t>>{{1, 4}, {2, 1}, {3, 2}, {0, 4}, {9, 4}}) {
+    job.HDR_14_5_CODE = code;
+    EXPECT_FALSE(OPEN(job));
+    EXPECT_EQ(db.HDR_14_5, expected) << "code " << code;
+  }
+}
+
+TEST_F(RunControl, NoTimeStepsStopsTheHeaderWithTheCountsKept) {
+  JOB job;
+  job.RUN.NUM_TIME_STEPS = 0;
+  job.RUN.NUM_NODES = 9;
+  job.RUN.NUM_LABELS = 2;
+  EXPECT_TRUE(OPEN(job));
+  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
+            "Error: Database Postprocessing: No solution time steps were outputted to the database.");
+  EXPECT_EQ(db.NUM_NODES, 9);
+  EXPECT_EQ(db.NUM_LABELS, 2);
+}
+
+TEST_F(RunControl, AnUnreadableBlockEndsTheReadWithEarlierBlocksKept) {
+  JOB job;
+  job.RUN.NUM_ELEMENTS = 4;
+  job.RUN.NUM_AUX_NODES = 3;
+  builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
+  image.PUT_INT(3, 1, 0);  // entry 9 of the directory: 0 becomes -1
+  ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
+  bool failed = false;
+  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+  EXPECT_TRUE(failed);
+  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
+  EXPECT_EQ(db.NUM_ELEMENTS, 4);
+  EXPECT_EQ(db.NUM_AUX_NODES, 0) << "block 11 comes after the failure";
+}
+
+TEST_F(RunControl, ABlockPastTheEndOfTheFileReadsStaleWords) {
+  // Block 7 placed behind the end of the file reads nothing: its two words
+  // keep what block 6 left in the buffer, the element and node counts.
+  JOB job;
+  job.RUN.NUM_ELEMENTS = 6;
+  job.RUN.NUM_NODES = 7;
+  builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
+  image.PUT_INT(2, 7, 100'000);  // entry 7 of the directory
+  ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
+  bool failed = false;
+  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+  EXPECT_FALSE(failed);
+  EXPECT_EQ(db.NUM_TIME_STEPS, 6);
+}
+
+}  // namespace
+}  // namespace tmrdar::header
