@@ -1,5 +1,6 @@
 // Profiles: segment search and the linear and natural cubic interpolants.
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -114,20 +115,31 @@ void fit_spline_2d(std::span<const float> nodes, int32_t node_count,
   }
 }
 
-void interpolate_2d_linear(double distance, int32_t node_count, std::span<const float> nodes,
-                           int32_t& hint, double& height, double& slope) {
+namespace {
+
+// The interval of the profile that holds a distance, with its end nodes.
+struct INTERVAL_AT {
+  int32_t i;
+  double d0, d1, h0, h1, length;
+};
+
+// Moves the hint to the distance and finds its interval. Where the answer
+// needs no interval (no nodes, beyond the end nodes, a node out of order) it
+// is given here in height and slope, and there is no interval.
+std::optional<INTERVAL_AT> LOCATE(double distance, int32_t node_count, std::span<const float> nodes,
+                                  int32_t& hint, double& height, double& slope) {
   const int32_t n = ROWS_HELD(nodes, node_count);
   if (n == 0) {
     height = 0.0;
     slope = 0.0;
     hint = 1;
-    return;
+    return std::nullopt;
   }
   hint = SEGMENT(nodes, n, distance, hint);
   const int32_t i = INTERVAL(nodes, n, hint, distance);
   if (i == 0) {
     END_VALUE(nodes, n, hint, height, slope);
-    return;
+    return std::nullopt;
   }
   const double d0 = DISTANCE_OF(nodes, n, i);
   const double d1 = DISTANCE_OF(nodes, n, i + 1);
@@ -137,8 +149,18 @@ void interpolate_2d_linear(double distance, int32_t node_count, std::span<const 
   if (!(length > 0.0)) {  // a node out of order
     height = h1;
     slope = 0.0;
-    return;
+    return std::nullopt;
   }
+  return INTERVAL_AT{i, d0, d1, h0, h1, length};
+}
+
+}  // namespace
+
+void interpolate_2d_linear(double distance, int32_t node_count, std::span<const float> nodes,
+                           int32_t& hint, double& height, double& slope) {
+  const std::optional<INTERVAL_AT> at = LOCATE(distance, node_count, nodes, hint, height, slope);
+  if (!at) return;
+  const auto [i, d0, d1, h0, h1, length] = *at;
   const double b = (distance - d0) / length;
   height = h0 + b * (h1 - h0);
   slope = (h1 - h0) / length;
@@ -147,29 +169,10 @@ void interpolate_2d_linear(double distance, int32_t node_count, std::span<const 
 void interpolate_2d_cubic(double distance, int32_t node_count, std::span<const float> nodes,
                           std::span<const double> second_derivatives, int32_t& hint,
                           double& height, double& slope) {
+  const std::optional<INTERVAL_AT> at = LOCATE(distance, node_count, nodes, hint, height, slope);
+  if (!at) return;
+  const auto [i, d0, d1, h0, h1, length] = *at;
   const int32_t n = ROWS_HELD(nodes, node_count);
-  if (n == 0) {
-    height = 0.0;
-    slope = 0.0;
-    hint = 1;
-    return;
-  }
-  hint = SEGMENT(nodes, n, distance, hint);
-  const int32_t i = INTERVAL(nodes, n, hint, distance);
-  if (i == 0) {
-    END_VALUE(nodes, n, hint, height, slope);
-    return;
-  }
-  const double d0 = DISTANCE_OF(nodes, n, i);
-  const double d1 = DISTANCE_OF(nodes, n, i + 1);
-  const double h0 = HEIGHT_OF(nodes, i);
-  const double h1 = HEIGHT_OF(nodes, i + 1);
-  const double length = d1 - d0;
-  if (!(length > 0.0)) {
-    height = h1;
-    slope = 0.0;
-    return;
-  }
   // Without a derivative for every node the spline is the straight line.
   const bool curved = second_derivatives.size() >= static_cast<std::size_t>(n);
   const double m0 = curved ? second_derivatives[static_cast<std::size_t>(i - 1)] : 0.0;
