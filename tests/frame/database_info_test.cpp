@@ -114,6 +114,8 @@ TEST_F(DatabaseInfo, OnlyTheForceFileSelectsByItsCode) {
   float d3 = -1.0F;
   EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, nullptr, 0), 0);
   EXPECT_EQ(d2, 31) << "the header was read from the force file";
+  EXPECT_EQ(header::V861_TIDE3_DATABASE_FILES().FORCE_DB_VERSION, 13);
+  EXPECT_EQ(header::V861_TIDE3_DATABASE_FILES().MOTION_DB_VERSION, 0);
 }
 
 TEST_F(DatabaseInfo, MissingEmptyAndUnopenableFilesGiveTheirCodes) {

@@ -63,21 +63,6 @@ TEST_F(ReaderOpen, LoadsTheDirectoryAsZeroBasedRecords) {
   EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(17), 25 + 9) << "block 17 follows 3 records an element";
 }
 
-TEST_F(ReaderOpen, OnlyTheForceFileGivesTheHeader) {
-  JOB job;
-  job.MOTION.PRESENT = false;
-  job.FORCE.FIRST.ANALYSIS_DETAIL_2 = 99;
-  job.WRITE(STEM());
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  EXPECT_FALSE(OPEN(v861));
-  EXPECT_FALSE(v861.MOTION_FILE_OPEN);
-  EXPECT_TRUE(v861.FORCE_FILE_OPEN);
-  EXPECT_EQ(v861.FORCE_DB_VERSION, 13);
-  EXPECT_EQ(v861.MOTION_DB_VERSION, 0);
-  EXPECT_EQ(v861.ANALYSIS_DETAIL_2, 99);
-  EXPECT_TRUE(v861.FORCE_FILE.IS_OPEN());
-}
-
 TEST_F(ReaderOpen, DirectoryCopyStopsAtTheCountAndAtTheLastRecord) {
   // A count of 50 leaves words in the last directory record that are no entries.
   JOB job;
