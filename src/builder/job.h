@@ -65,6 +65,22 @@ struct JOB {
   // stands in place of what the job would write there.
   std::map<int32_t, std::vector<RECORD>> BLOCKS;
 
+  // Result frames, one a step in each file, behind the header. Step n's time
+  // is STEP_TIMES[n - 1], or n * TIME_STEP where the list has none. Unless
+  // RUN.RESULT_START_RECORD is set, the files are written with the frames
+  // laid out section by section, and the step layout of block 3 (start
+  // record, step sizes, no offsets) is that of the frames written; with it
+  // set, block 3 holds RUN's values and no frames are written.
+  std::vector<float> STEP_TIMES;
+  float TIME_STEP = 0.1F;
+
+  // The records of one frame of each file, section by section.
+  int64_t MOTION_FRAME_RECORDS() const;
+  int64_t FORCE_FRAME_RECORDS() const;
+  // The run control values as written: RUN, with the step layout of the
+  // frames when the builder lays them out.
+  header::HEADER_VARIABLES WRITTEN_RUN() const;
+
   // The counts by which the header is laid out.
   MOD_COMMON_DATABASE::BLOCK_COUNTS LAYOUT_COUNTS() const;
 

@@ -3,46 +3,13 @@
 #include <initializer_list>
 
 #include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
+#include "header/block_reading.h"
 
 namespace tmrdar::header {
-namespace {
-
-enum class WORDS { INTS, REALS };
-
-struct RUN {
-  WORDS kind;
-  int32_t count;
-};
-
-}  // namespace
 
 int64_t TIDE3_DATABASE_FILES::BLOCK_POSITION(int32_t k) const {
   const int32_t record = BLOCK_ADDRESSES != nullptr ? BLOCK_ADDRESSES->ENTRY(k) : -1;
   return 32 * int64_t{record} + 1;
-}
-
-// Reads the first record of block k as runs of integers and reals: each run
-// goes to the next free places of its buffer, both buffers from place 1. The
-// first run is read at the block's position, the others behind it.
-static void READ_RUNS(TIDE3_DATABASE_FILES& db, int64_t position, std::initializer_list<RUN> runs,
-                      int32_t& status) {
-  std::size_t ints = 0;
-  std::size_t reals = 0;
-  bool first = true;
-  for (const RUN& run : runs) {
-    const auto count = static_cast<std::size_t>(run.count);
-    if (run.kind == WORDS::INTS) {
-      const std::span<int32_t> items(db.HEADER_INTS.data() + ints, count);
-      first ? db.HEADER_FILE.READ_INT_AT(items, position, status) : db.HEADER_FILE.READ_INT(items, status);
-      ints += count;
-    } else {
-      const std::span<float> items(db.HEADER_REALS.data() + reals, count);
-      first ? db.HEADER_FILE.READ_REAL_AT(items, position, status) : db.HEADER_FILE.READ_REAL(items, status);
-      reals += count;
-    }
-    first = false;
-  }
 }
 
 void TIDE3_DATABASE_FILES::READ_RUN_CONTROL_BLOCKS(int32_t& flag) {

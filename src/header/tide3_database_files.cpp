@@ -65,6 +65,7 @@ void TIDE3_DATABASE_FILES::OPEN_TIDE3_DATABASE_FILES(std::string_view name, std:
   int32_t flag = 0;
   READ_TIDE3_DATABASE_HEADER(flag);
   failed = (flag & 1) != 0;
+  if (VERSION.BUILDS_INTEGRATION_POINTS && SHAPE_FUNCTION_FLAG == 1) BUILD_INTEGRATION_POINTS(failed);
 }
 
 void TIDE3_DATABASE_FILES::CLOSE_TIDE3_DATABASE_FILES() {
@@ -122,6 +123,43 @@ void TIDE3_DATABASE_FILES::READ_TIDE3_DATABASE_HEADER(int32_t& flag) {
   LOAD_BLOCK_DIRECTORY(flag);
   if (flag != 0) return;
   READ_RUN_CONTROL_BLOCKS(flag);
+  if (flag != 0) return;
+
+  MOTION_FRAME_RECORDS = MOTION_STEP_RECORDS;
+  FORCE_FRAME_RECORDS = FORCE_STEP_RECORDS;
+  DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
+  ALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS(flag);
+  if (flag == 0) READ_MODEL_BLOCKS(flag);
+  // The indexes cover the tables as far as they were read, so that a lookup
+  // finds what a search of the tables would find.
+  if (!BUILD_INDEXES() && flag == 0) {
+    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING,
+                           "Unable to allocate memory for database header data.");
+    flag = -1;
+  }
+}
+
+void TIDE3_DATABASE_FILES::READ_MODEL_BLOCKS(int32_t& flag) {
+  if (!READ_STRUCTURE_BLOCKS(flag) || !READ_SEA_BLOCKS(flag) || !READ_SET_BLOCKS(flag) ||
+      !READ_CURRENT_PROFILE(flag) || !READ_CONTACT_BLOCKS(flag) || !READ_TARGET_SPECTRUM(flag) ||
+      !READ_MATERIAL_AND_ITEM_BLOCKS(flag)) {
+    return;
+  }
+  READ_TIME_LIST(flag);
+}
+
+bool TIDE3_DATABASE_FILES::BUILD_INDEXES() {
+  HEADER_TABLES& t = TABLES;
+  const auto column = [](const TABLE<int32_t, 2>& table, int64_t j) {
+    const auto rows = static_cast<std::size_t>(table.EXTENT(1));
+    if (!table.ALLOCATED() || table.EXTENT(2) < j) return std::span<const int32_t>();
+    return std::span<const int32_t>(table.DATA()).subspan(static_cast<std::size_t>(j - 1) * rows, rows);
+  };
+  return t.NODE_FILE_NUMBER_INDEX.BUILD(column(t.NODE_NUMBERS, 1)) &&
+         t.NODE_USER_NUMBER_INDEX.BUILD(column(t.NODE_NUMBERS, 2)) &&
+         t.ELEMENT_USER_NUMBER_INDEX.BUILD(column(t.ELEMENT_NUMBERS, 2)) &&
+         t.AUX_NODE_NUMBER_INDEX.BUILD(t.AUX_NODE_NUMBERS.DATA()) &&
+         t.AUX_ELEMENT_NUMBER_INDEX.BUILD(t.AUX_ELEMENT_NUMBERS.DATA());
 }
 
 void TIDE3_DATABASE_FILES::LOAD_BLOCK_DIRECTORY(int32_t& flag) {
@@ -165,8 +203,6 @@ void TIDE3_DATABASE_FILES::LOAD_BLOCK_DIRECTORY(int32_t& flag) {
     if (address != std::numeric_limits<int32_t>::min()) address -= 1;
   }
 }
-
-void TIDE3_DATABASE_FILES::DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS() { TABLES = HEADER_TABLES{}; }
 
 namespace {
 

@@ -14,6 +14,7 @@
 #include "header/common_database.h"
 #include "header/database_file.h"
 #include "header/format_version.h"
+#include "header/header_tables.h"
 #include "seabed/seabed_profile.h"
 
 namespace tmrdar::header {
@@ -46,6 +47,10 @@ struct HEADER_VARIABLES {
   int32_t HDR_3_4 = 0;
   int64_t MOTION_START_OFFSET = 0;
   int64_t FORCE_START_OFFSET = 0;
+  // The copies of the two step sizes that the frame arithmetic works with,
+  // taken just before the tables are made.
+  int64_t MOTION_FRAME_RECORDS = 0;
+  int64_t FORCE_FRAME_RECORDS = 0;
   int32_t HDR_3_7 = 0;
   int32_t NUM_PANELS = 0;
   // Time span and pipe-in-pipe size.
@@ -121,10 +126,6 @@ struct HEADER_VARIABLES {
   int32_t SHAPE_FUNCTION_ORDER = 0;
 };
 
-// The tables of a header, made once its counts are known and released by
-// DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS.
-struct HEADER_TABLES {};
-
 class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
  public:
   explicit TIDE3_DATABASE_FILES(const FORMAT_VERSION& version) : VERSION(version) {}
@@ -144,7 +145,20 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   // Reads the header from the motion file if it exists, else from the force
   // file. The flag is 0, or -1 on failure with what was read so far kept.
   void READ_TIDE3_DATABASE_HEADER(int32_t& flag);
+  // Makes every table that the counts size, filled with zeros and blanks.
+  // A failure reports it, sets the flag to -1 and keeps the tables made so far.
+  void ALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS(int32_t& flag);
+  // Releases every table that is allocated, and the seabed profile's data.
   void DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
+
+  // One word of a result frame: `file` 1 is the motion file, 2 the force
+  // file, any other keeps the file of the last call. `word` counts from 1 at
+  // the start of the file. On failure, reported, `error` is true and `value`
+  // keeps what it held.
+  void READIN(int32_t file, int64_t word, float& value, bool& error);
+  // The time of output step `step`, from the motion file if it is open, else
+  // from the force file; with neither, no error and `time` untouched.
+  void READ_TIMES(int32_t step, float& time, bool& error);
 
   // The dimensions in the order in which the host receives them.
   std::array<int32_t, NUM_MODEL_DIMENSIONS> MODEL_DIMENSIONS() const;
@@ -170,11 +184,33 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   // Byte position of the start of header block k by the directory; an
   // invalid (non-positive) position for a block the directory does not have.
   int64_t BLOCK_POSITION(int32_t k) const;
+  // Records of 32 bytes that the header file holds, a partial last one counted.
+  int64_t FILE_RECORDS() const;
 
  private:
   void LOAD_BLOCK_DIRECTORY(int32_t& flag);
   // Blocks 2 to 15, and the test that the frames hold at least one step.
   void READ_RUN_CONTROL_BLOCKS(int32_t& flag);
+  // The model blocks. Each reads the blocks named, each only when its count
+  // asks for it, and on a failure reports it, sets the flag to -1 and
+  // returns false with the rows read so far kept.
+  void READ_MODEL_BLOCKS(int32_t& flag);
+  bool READ_STRUCTURE_BLOCKS(int32_t& flag);        // 16 to 21, and the node translation
+  bool READ_SEA_BLOCKS(int32_t& flag);              // 22 to 25
+  bool READ_SET_BLOCKS(int32_t& flag);              // 26 to 31
+  bool READ_CURRENT_PROFILE(int32_t& flag);         // 32
+  bool READ_CONTACT_BLOCKS(int32_t& flag);          // 33 to 40
+  bool READ_TARGET_SPECTRUM(int32_t& flag);         // 41
+  bool READ_MATERIAL_AND_ITEM_BLOCKS(int32_t& flag);  // 48 to 52
+  // The time of every step, from the result frames, and with them the start
+  // and end time of the run.
+  void READ_TIME_LIST(int32_t& flag);
+  // The indexes from numbers to rows over the tables as they stand.
+  bool BUILD_INDEXES();
+  // The integration point locations, when the header asks for them.
+  void BUILD_INTEGRATION_POINTS(bool& failed);
+  // The file that READIN last selected: 1 motion, 2 force.
+  int32_t selected_result_file_ = 1;
   void REPORT_OPEN_FAILURE(std::string_view message, const std::string& path) const;
 };
 
