@@ -1,0 +1,149 @@
+// The tables of a header: made from the counts as far as the file can back
+// them, replaced whole by the next header of the same format, and indexed so
+// that a lookup gives the first row that holds a number.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "builder/job.h"
+#include "frame/base/error_handling.h"
+#include "header/number_index.h"
+#include "header/tide3_database_files.h"
+#include "support/scratch_dir.h"
+
+namespace tmrdar::header {
+namespace {
+
+using builder::FILE_KIND;
+using builder::JOB;
+using testing::SCRATCH_DIR;
+
+constexpr std::string_view ALLOCATION_FAILURE =
+    "Error: Database Postprocessing: Unable to allocate memory for database header data.";
+
+class HeaderArrays : public ::testing::Test {
+ protected:
+  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
+
+  // Writes the job and opens it; returns the failure flag.
+  bool OPEN(const JOB& job) {
+    job.WRITE(dir.FILE("job"));
+    return REOPEN();
+  }
+  bool REOPEN() {
+    bool failed = false;
+    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    return failed;
+  }
+
+  SCRATCH_DIR dir;
+  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
+};
+
+TEST_F(HeaderArrays, TablesTakeTheirShapesFromTheCounts) {
+  JOB job;
+  job.RUN.NUM_ELEMENTS = 4;
+  job.RUN.NUM_NODES = 5;
+  job.RUN.NUM_DSP_WAVE_HARMONICS = 3;
+  job.RUN.PIP_NODES_PER_PAIR = 2;
+  job.RUN.NUM_PIPE_IN_PIPE = 3;
+  job.RUN.NUM_LABELS = -2;
+  job.RUN.NUM_TIME_STEPS = 7;
+  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
+  const HEADER_TABLES& t = db.TABLES;
+  EXPECT_EQ(t.ELEMENT_NODES.EXTENT(1), 4);
+  EXPECT_EQ(t.ELEMENT_NODES.EXTENT(2), 2);
+  EXPECT_EQ(t.NODE_COORDINATES.EXTENT(1), 3);
+  EXPECT_EQ(t.NODE_COORDINATES.EXTENT(2), 5);
+  EXPECT_EQ(t.DSP_WAVE_HARMONICS.EXTENT(1), 5) << "five values a harmonic, first";
+  EXPECT_EQ(t.DSP_WAVE_HARMONICS.EXTENT(2), 3);
+  EXPECT_EQ(t.PIP_DATA.SIZE(), 2U * 2U * 3U);
+  EXPECT_TRUE(t.LABEL_NAMES.ALLOCATED()) << "a negative count makes an empty table";
+  EXPECT_EQ(t.LABEL_NAMES.SIZE(), 0U);
+  EXPECT_EQ(t.TIME_LIST.EXTENT(), 7);
+  EXPECT_FALSE(t.TARGET_SPECTRUM.ALLOCATED()) << "made by its reader only when a spectrum is present";
+}
+
+TEST_F(HeaderArrays, EndsAndCoordinatesAlwaysHaveRoomForWhatTheBlocksGive) {
+  JOB job;
+  job.RUN.NUM_ELEMENTS = 2;
+  job.RUN.NUM_NODES = 2;
+  job.RUN.NODES_PER_ELEMENT = 1;
+  job.RUN.COORDS_PER_NODE = 0;
+  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
+  EXPECT_TRUE(db.TABLES.ELEMENT_NODES.CONTAINS(2, 2));
+  EXPECT_TRUE(db.TABLES.NODE_COORDINATES.CONTAINS(3, 2));
+}
+
+// Counts that no file of this size could hold are refused before they size
+// anything; the counts stay for the host to see.
+TEST_F(HeaderArrays, CountsTheFileCannotBackAreRefused) {
+  struct CASE {
+    int32_t HEADER_VARIABLES::*count;
+    int32_t block;
+    int word;
+  };
+  for (const CASE& c : std::vector<CASE>{{&HEADER_VARIABLES::NUM_ELEMENTS, 6, 1},
+                                         {&HEADER_VARIABLES::NUM_NODES, 6, 2},
+                                         {&HEADER_VARIABLES::NUM_ELEMENT_SETS, 6, 7},
+                                         {&HEADER_VARIABLES::NUM_TIME_STEPS, 7, 1},
+                                         {&HEADER_VARIABLES::NUM_SEABED_POINTS, 8, 4},
+                                         {&HEADER_VARIABLES::NUM_DAMPER_ELEMENTS, 12, 1}}) {
+    JOB job;
+    job.FORCE.PRESENT = false;
+    builder::FILE_IMAGE image = job.IMAGE(FILE_KIND::MOTION);
+    image.PUT_INT(job.DIRECTORY().ENTRY(c.block) - 1, c.word, 2'000'000'000);
+    ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
+    const std::string what = "block " + std::to_string(c.block) + " word " + std::to_string(c.word);
+    EXPECT_TRUE(REOPEN()) << what;
+    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), ALLOCATION_FAILURE) << what;
+    EXPECT_EQ(db.*c.count, 2'000'000'000) << what;
+    EXPECT_LT(db.TABLES.TIME_LIST.SIZE() + db.TABLES.ELEMENT_LENGTH.SIZE() + db.TABLES.NODE_NUMBERS.SIZE(), 100U)
+        << what;
+  }
+}
+
+TEST_F(HeaderArrays, ASecondHeaderReplacesTheFirstAndAFailedOneKeepsIt) {
+  JOB first;
+  first.RUN.NUM_NODES = 6;
+  first.RUN.NUM_TIME_STEPS = 3;
+  ASSERT_FALSE(OPEN(first));
+  ASSERT_EQ(db.TABLES.NODE_NUMBERS.EXTENT(1), 6);
+
+  JOB second;
+  second.RUN.NUM_NODES = 2;
+  ASSERT_FALSE(OPEN(second));
+  EXPECT_EQ(db.TABLES.NODE_NUMBERS.EXTENT(1), 2);
+  EXPECT_EQ(db.TABLES.TIME_LIST.EXTENT(), 1);
+
+  // A header without steps stops before the tables are released.
+  JOB empty;
+  empty.RUN.NUM_NODES = 9;
+  empty.RUN.NUM_TIME_STEPS = 0;
+  EXPECT_TRUE(OPEN(empty));
+  EXPECT_EQ(db.NUM_NODES, 9);
+  EXPECT_EQ(db.TABLES.NODE_NUMBERS.EXTENT(1), 2);
+
+  db.DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
+  EXPECT_FALSE(db.TABLES.NODE_NUMBERS.ALLOCATED());
+  db.DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();  // nothing left to release
+  EXPECT_FALSE(db.TABLES.TIME_LIST.ALLOCATED());
+}
+
+TEST(NumberIndex, GivesTheFirstRowOfANumber) {
+  NUMBER_INDEX index;
+  const std::vector<int32_t> numbers{40, 7, -3, 7, 0, 40};
+  ASSERT_TRUE(index.BUILD(numbers));
+  EXPECT_EQ(index.FIND(40), 1);
+  EXPECT_EQ(index.FIND(7), 2);
+  EXPECT_EQ(index.FIND(-3), 3);
+  EXPECT_EQ(index.FIND(0), 5);
+  EXPECT_EQ(index.FIND(8), 0);
+  EXPECT_EQ(index.FIND(41), 0);
+  ASSERT_TRUE(index.BUILD({}));
+  EXPECT_EQ(index.FIND(40), 0);
+}
+
+}  // namespace
+}  // namespace tmrdar::header
