@@ -5,6 +5,8 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "core/chars/blank_padded.h"
@@ -121,6 +123,8 @@ struct HEADER_TABLES {
   NUMBER_INDEX ELEMENT_USER_NUMBER_INDEX;  // ELEMENT_NUMBERS(:, 2)
   NUMBER_INDEX AUX_NODE_NUMBER_INDEX;
   NUMBER_INDEX AUX_ELEMENT_NUMBER_INDEX;
+  // Label names, trimmed and with A to Z in lower case, to their first row.
+  std::unordered_map<std::string, int32_t> LABEL_INDEX;
 };
 
 }  // namespace tmrdar::header

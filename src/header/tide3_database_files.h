@@ -156,6 +156,11 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   // the start of the file. On failure, reported, `error` is true and `value`
   // keeps what it held.
   void READIN(int32_t file, int64_t word, float& value, bool& error);
+  // The first label whose name equals `label`, both trimmed and with the
+  // letters A to Z of either case alike: its kind, and the node (kind 1) or
+  // the element it names; all three 0 and `not_found` true when none does.
+  void CHECK_LABEL(std::string_view label, int32_t& node, int32_t& element, int32_t& kind, bool& not_found) const;
+
   // The time of output step `step`, from the motion file if it is open, else
   // from the force file; with neither, no error and `time` untouched.
   void READ_TIMES(int32_t step, float& time, bool& error);
@@ -207,6 +212,7 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   void READ_TIME_LIST(int32_t& flag);
   // The indexes from numbers to rows over the tables as they stand.
   bool BUILD_INDEXES();
+  bool BUILD_LABEL_INDEX();
   // The integration point locations, when the header asks for them.
   void BUILD_INTEGRATION_POINTS(bool& failed);
   // The file that READIN last selected: 1 motion, 2 force.

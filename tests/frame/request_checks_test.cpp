@@ -1,0 +1,153 @@
+// The checks of a request's arguments and the mask they build.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "builder/job.h"
+#include "frame/exports/request_checks.h"
+#include "header/tide3_database_files.h"
+#include "support/scratch_dir.h"
+
+namespace tmrdar::REVISION_IDS {
+namespace {
+
+// A request for output type 5 of node 1, step 1 of 1, that passes with both files.
+REQUEST GOOD() {
+  REQUEST r;
+  r.MOTION_CODE = 13;
+  r.FORCE_CODE = 13;
+  r.OUTPUT_TYPE = 5;
+  r.OUTPUT_SUBTYPE = 1;
+  r.NODE = 1;
+  r.NUM_TIME_STEPS = 1;
+  r.STEP = 1;
+  return r;
+}
+
+int32_t MASK(REQUEST r, std::string_view label = "") {
+  int32_t mask = -99;
+  PERFORM_ARG_CHECKS(r, label, mask);
+  return mask;
+}
+
+TEST(RequestChecks, StepCountAndStep) {
+  REQUEST r = GOOD();
+  EXPECT_EQ(MASK(r), 0);
+  r.NUM_TIME_STEPS = 4;
+  r.STEP = 4;
+  EXPECT_EQ(MASK(r), 0) << "the step may equal the count";
+  r.STEP = 5;
+  EXPECT_EQ(MASK(r), 256);
+  r.STEP = 0;
+  EXPECT_EQ(MASK(r), 0);
+  r.STEP = -1;
+  EXPECT_EQ(MASK(r), 256);
+  r.NUM_TIME_STEPS = 0;
+  r.STEP = 0;
+  EXPECT_EQ(MASK(r), 128);
+  r.STEP = 1;
+  EXPECT_EQ(MASK(r), 384);
+  // A bad count or step stops the checks before the output type is seen.
+  r.OUTPUT_TYPE = 0;
+  EXPECT_EQ(MASK(r), 384);
+}
+
+TEST(RequestChecks, OutputTypesNeedTheirFilesAndSubtypes) {
+  struct CASE {
+    int32_t motion, force, type, subtype, mask;
+  };
+  for (const CASE& c : {CASE{0, 13, 5, 1, 4}, CASE{13, 0, 13, 1, 4}, CASE{13, 0, 5, 8, 8}, CASE{0, 13, 5, 8, 12},
+                        CASE{13, 0, 11, 2, 12}, CASE{13, 0, 11, 3, 12}, CASE{0, 13, 11, 1, 12}, CASE{13, 0, 11, 1, 0},
+                        CASE{13, 0, 11, 4, 8}, CASE{13, 13, 19, 1, 4}, CASE{13, 13, 0, 1, 4}, CASE{13, 13, 1, 99, 0},
+                        CASE{0, 13, 4, -5, 0}, CASE{13, 13, 8, 9, 0}, CASE{13, 13, 8, 10, 8}, CASE{13, 13, 9, 7, 8},
+                        CASE{13, 13, 17, 14, 0}, CASE{13, 13, 17, 15, 8}, CASE{13, 13, 18, 3, 8},
+                        CASE{13, 13, 12, 0, 8}, CASE{13, 11, 5, 1, 3}, CASE{0, 0, 5, 1, 3}, CASE{1, 1, 5, 1, 3}}) {
+    REQUEST r = GOOD();
+    r.MOTION_CODE = c.motion;
+    r.FORCE_CODE = c.force;
+    r.OUTPUT_TYPE = c.type;
+    r.OUTPUT_SUBTYPE = c.subtype;
+    EXPECT_EQ(MASK(r), c.mask) << "codes " << c.motion << "/" << c.force << " type " << c.type << " subtype "
+                               << c.subtype;
+  }
+}
+
+TEST(RequestChecks, AnItemWithoutNumberNeedsALabel) {
+  REQUEST r = GOOD();
+  r.NODE = 0;
+  EXPECT_EQ(MASK(r, "   "), 1024);
+  r.OUTPUT_SUBTYPE = 0;
+  EXPECT_EQ(MASK(r, ""), 1024 + 8);
+  r = GOOD();
+  r.OUTPUT_TYPE = 4;  // the types of one value a step name no item
+  r.NODE = 0;
+  EXPECT_EQ(MASK(r, ""), 0);
+  r = GOOD();
+  r.NODE = 0;
+  r.ELEMENT = 3;
+  EXPECT_EQ(MASK(r, "no such label"), 0) << "an element number makes the label unused";
+}
+
+class RequestLabels : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    builder::JOB job;
+    job.RUN.NUM_LABELS = 3;
+    const auto label = [](std::string_view name, int32_t number, int32_t kind) {
+      std::vector<builder::RECORD> records;
+      for (std::size_t r = 0; r < 8; ++r) {
+        const std::string_view piece = r * 32 < name.size() ? name.substr(r * 32, 32) : std::string_view();
+        records.push_back(builder::RECORD::TEXT(std::string(piece) + std::string(32 - piece.size(), ' ')));
+      }
+      records.push_back(builder::RECORD::INTS({number, kind}));
+      return records;
+    };
+    std::vector<builder::RECORD>& block = job.BLOCKS[28];
+    for (const auto& records : {label("Riser End", 41, 1), label("riser end", 42, 1), label("Joint", 7, 2)}) {
+      block.insert(block.end(), records.begin(), records.end());
+    }
+    job.WRITE(dir.FILE("job"));
+    bool failed = false;
+    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    ASSERT_FALSE(failed);
+  }
+  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
+
+  testing::SCRATCH_DIR dir;
+  header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
+};
+
+TEST_F(RequestLabels, ALabelGivesItsItemAndKindInPlaceOfTheArguments) {
+  REQUEST r = GOOD();
+  r.NODE = 0;
+  r.POSITION = 3;
+  int32_t mask = -1;
+  PERFORM_ARG_CHECKS(r, "RISER END  ", mask);
+  EXPECT_EQ(mask, 0);
+  EXPECT_EQ(r.NODE, 41) << "the first row that matches, in either case";
+  EXPECT_EQ(r.ELEMENT, 0);
+  EXPECT_EQ(r.POSITION, 1) << "the kind replaces the position";
+
+  r = GOOD();
+  r.NODE = -4;
+  PERFORM_ARG_CHECKS(r, "joint", mask);
+  EXPECT_EQ(mask, 0);
+  EXPECT_EQ(r.NODE, 0);
+  EXPECT_EQ(r.ELEMENT, 7);
+  EXPECT_EQ(r.POSITION, 2);
+
+  r = GOOD();
+  r.NODE = 0;
+  PERFORM_ARG_CHECKS(r, "joints", mask);
+  EXPECT_EQ(mask, 1024);
+
+  // Codes that select no format find no label.
+  int32_t node = 9, element = 9, kind = 9;
+  bool not_found = false;
+  CHECK_LABEL(13, 11, "Joint", node, element, kind, not_found);
+  EXPECT_TRUE(not_found);
+  EXPECT_EQ(node + element + kind, 0);
+}
+
+}  // namespace
+}  // namespace tmrdar::REVISION_IDS
