@@ -150,9 +150,10 @@ int32_t GetRequestedHistoryError(const int32_t* mask, const int32_t* length, int
     const int32_t m = VALUE(mask);
     if (m < 0) return -1;
     if (m == 0) return 0;
-    // The bit count is formed in single precision, as the mask's users expect:
-    // for the masks 8192 and 32768 it comes out one short.
-    const float bits = std::log(static_cast<float>(m)) / 0.6931472F;
+    // The bit count is formed in single precision from the correctly rounded
+    // single logarithm, as the mask's users expect: for the masks 8192 and
+    // 32768 it comes out one short.
+    const float bits = static_cast<float>(std::log(static_cast<double>(m))) / 0.6931472F;
     const int32_t b = static_cast<int32_t>(bits) + 1;
     if (b > n) return b;
     for (int32_t i = 1; i <= b; ++i) out[static_cast<std::size_t>(i - 1)] = (i <= 32 && ((m >> (i - 1)) & 1) != 0) ? 1 : 0;
