@@ -1,5 +1,6 @@
 #include "builder/job.h"
 
+#include <limits>
 #include <stdexcept>
 
 namespace tmrdar::builder {
@@ -14,7 +15,7 @@ int64_t SECTION(int64_t n) { return static_cast<int64_t>(static_cast<float>(n) *
 // A section present by a flag of 0 or 1 takes the flag times its records.
 int64_t FLAGGED(int32_t flag, int64_t records) { return flag * records; }
 
-// Blocks 2 to 15 from the run control values, word by word.
+// Blocks 2 to 15 and 48 from the run control values, word by word.
 std::map<int32_t, std::vector<RECORD>> RUN_CONTROL_BLOCKS(const JOB& job) {
   const header::HEADER_VARIABLES v = job.WRITTEN_RUN();
   std::map<int32_t, std::vector<RECORD>> blocks;
@@ -61,6 +62,9 @@ std::map<int32_t, std::vector<RECORD>> RUN_CONTROL_BLOCKS(const JOB& job) {
   const std::string_view title = v.ANALYSIS_TITLE.VIEW();
   blocks[15] = {RECORD::TEXT(title.substr(0, 28)), RECORD::TEXT(title.substr(28, 28)),
                 RECORD::TEXT(title.substr(56, 24))};
+  // Block 48: the shape function and plastic hardening counts, and flags 18 and 19.
+  blocks[48] = {RECORD::INTS({v.SHAPE_FUNCTION_FLAG, v.NUM_PLASTIC_HARDENING_MODELS, v.OUTPUT_FLAGS[17],
+                              v.OUTPUT_FLAGS[18], v.SHAPE_FUNCTION_ORDER})};
   return blocks;
 }
 
@@ -73,39 +77,55 @@ JOB::JOB() {
   RUN.DOFS_PER_NODE = 6;
 }
 
+header::HEADER_VARIABLES JOB::COUNTED_RUN() const {
+  header::HEADER_VARIABLES v = RUN;
+  COUNT_MODEL(MODEL, v);
+  return v;
+}
+
 MOD_COMMON_DATABASE::BLOCK_COUNTS JOB::LAYOUT_COUNTS() const {
   MOD_COMMON_DATABASE::BLOCK_COUNTS counts = COUNTS;
-  counts.NUM_ELEMENTS = RUN.NUM_ELEMENTS;
-  counts.NUM_NONLINEAR_E_TABLES = RUN.NUM_NONLINEAR_E_TABLES;
-  counts.NUM_NODES = RUN.NUM_NODES;
-  counts.NUM_AUX_ELEMENTS = RUN.NUM_AUX_ELEMENTS;
-  counts.NUM_AUX_NODES = RUN.NUM_AUX_NODES;
-  counts.NUM_SEABED_POINTS = RUN.NUM_SEABED_POINTS;
-  counts.NUM_WAVE_HARMONICS = RUN.NUM_WAVE_HARMONICS;
-  counts.NUM_DSP_WAVE_HARMONICS = RUN.NUM_DSP_WAVE_HARMONICS;
-  counts.NUM_ELEMENT_SETS = RUN.NUM_ELEMENT_SETS;
-  counts.NUM_NODE_SETS = RUN.NUM_NODE_SETS;
-  counts.NUM_LABELS = RUN.NUM_LABELS;
-  counts.NUM_POINT_MASSES = RUN.NUM_POINT_MASSES;
-  counts.NUM_POINT_LOADS = RUN.NUM_POINT_LOADS;
-  counts.NUM_BOUNDARY_CONDITIONS = RUN.NUM_BOUNDARY_CONDITIONS;
-  counts.NUM_CURRENT_POINTS = RUN.NUM_CURRENT_POINTS;
-  counts.PIP_NODES_PER_PAIR = RUN.PIP_NODES_PER_PAIR;
-  counts.NUM_PIPE_IN_PIPE = RUN.NUM_PIPE_IN_PIPE;
-  counts.NUM_GUIDE_SURFACES = RUN.NUM_GUIDE_SURFACES;
-  counts.NUM_PANELS = RUN.NUM_PANELS;
-  counts.NUM_ZERO_GAP_GUIDES = RUN.NUM_ZERO_GAP_GUIDES;
-  counts.NUM_INSTALLATION_CRITERIA = RUN.NUM_INSTALLATION_CRITERIA;
-  counts.NUM_FLOATING_BODIES = RUN.NUM_FLOATING_BODIES;
-  counts.NUM_VESSELS = RUN.NUM_VESSELS;
-  counts.NUM_TARGET_SPECTRUM_INTERVALS = RUN.NUM_TARGET_SPECTRUM_INTERVALS;
-  counts.NUM_PLASTIC_HARDENING_MODELS = RUN.NUM_PLASTIC_HARDENING_MODELS;
-  counts.NUM_DAMPER_ELEMENTS = RUN.NUM_DAMPER_ELEMENTS;
+  const header::HEADER_VARIABLES run = COUNTED_RUN();  // the counts as written
+  const auto records = [](int32_t& field, int64_t model_records) {
+    if (field != 0) return;
+    if (model_records > std::numeric_limits<int32_t>::max()) {
+      throw std::invalid_argument("the model's records overflow a count of the layout");
+    }
+    field = static_cast<int32_t>(model_records);
+  };
+  records(counts.PLASTIC_HARDENING_RECORDS, MODEL_PLASTIC_HARDENING_RECORDS(MODEL));
+  records(counts.BINARY_DATA_RECORDS, MODEL_BINARY_DATA_RECORDS(MODEL));
+  counts.NUM_ELEMENTS = run.NUM_ELEMENTS;
+  counts.NUM_NONLINEAR_E_TABLES = run.NUM_NONLINEAR_E_TABLES;
+  counts.NUM_NODES = run.NUM_NODES;
+  counts.NUM_AUX_ELEMENTS = run.NUM_AUX_ELEMENTS;
+  counts.NUM_AUX_NODES = run.NUM_AUX_NODES;
+  counts.NUM_SEABED_POINTS = run.NUM_SEABED_POINTS;
+  counts.NUM_WAVE_HARMONICS = run.NUM_WAVE_HARMONICS;
+  counts.NUM_DSP_WAVE_HARMONICS = run.NUM_DSP_WAVE_HARMONICS;
+  counts.NUM_ELEMENT_SETS = run.NUM_ELEMENT_SETS;
+  counts.NUM_NODE_SETS = run.NUM_NODE_SETS;
+  counts.NUM_LABELS = run.NUM_LABELS;
+  counts.NUM_POINT_MASSES = run.NUM_POINT_MASSES;
+  counts.NUM_POINT_LOADS = run.NUM_POINT_LOADS;
+  counts.NUM_BOUNDARY_CONDITIONS = run.NUM_BOUNDARY_CONDITIONS;
+  counts.NUM_CURRENT_POINTS = run.NUM_CURRENT_POINTS;
+  counts.PIP_NODES_PER_PAIR = run.PIP_NODES_PER_PAIR;
+  counts.NUM_PIPE_IN_PIPE = run.NUM_PIPE_IN_PIPE;
+  counts.NUM_GUIDE_SURFACES = run.NUM_GUIDE_SURFACES;
+  counts.NUM_PANELS = run.NUM_PANELS;
+  counts.NUM_ZERO_GAP_GUIDES = run.NUM_ZERO_GAP_GUIDES;
+  counts.NUM_INSTALLATION_CRITERIA = run.NUM_INSTALLATION_CRITERIA;
+  counts.NUM_FLOATING_BODIES = run.NUM_FLOATING_BODIES;
+  counts.NUM_VESSELS = run.NUM_VESSELS;
+  counts.NUM_TARGET_SPECTRUM_INTERVALS = run.NUM_TARGET_SPECTRUM_INTERVALS;
+  counts.NUM_PLASTIC_HARDENING_MODELS = run.NUM_PLASTIC_HARDENING_MODELS;
+  counts.NUM_DAMPER_ELEMENTS = run.NUM_DAMPER_ELEMENTS;
   return counts;
 }
 
 int64_t JOB::MOTION_FRAME_RECORDS() const {
-  const header::HEADER_VARIABLES& v = RUN;
+  const header::HEADER_VARIABLES v = COUNTED_RUN();
   const std::array<int32_t, 19>& f = v.OUTPUT_FLAGS;
   const int64_t nodal = SECTION(int64_t{v.NUM_NODES} * v.DOFS_PER_NODE);
   int64_t records = FLAGGED(f[0], nodal) + FLAGGED(f[1], nodal) + FLAGGED(f[2], nodal);
@@ -123,7 +143,7 @@ int64_t JOB::MOTION_FRAME_RECORDS() const {
 }
 
 int64_t JOB::FORCE_FRAME_RECORDS() const {
-  const header::HEADER_VARIABLES& v = RUN;
+  const header::HEADER_VARIABLES v = COUNTED_RUN();
   const std::array<int32_t, 19>& f = v.OUTPUT_FLAGS;
   const int64_t element = SECTION(3 * int64_t{v.NUM_ELEMENTS});
   int64_t records = FLAGGED(f[3], SECTION(int64_t{v.NUM_BOUNDARY_CONDITIONS} * v.DOFS_PER_NODE));
@@ -143,7 +163,7 @@ int64_t JOB::FORCE_FRAME_RECORDS() const {
 }
 
 header::HEADER_VARIABLES JOB::WRITTEN_RUN() const {
-  header::HEADER_VARIABLES v = RUN;
+  header::HEADER_VARIABLES v = COUNTED_RUN();
   if (v.RESULT_START_RECORD != 0) return v;
   int64_t header_end = 0;
   DIRECTORY(&header_end);
@@ -191,7 +211,9 @@ FILE_IMAGE JOB::IMAGE(FILE_KIND kind) const {
   // The blocks, each at its entry, each within the records reserved for it.
   const int64_t after_directory = last_directory_record;  // 0-based record behind the directory
   const MOD_COMMON_DATABASE::BLOCK_COUNTS counts = LAYOUT_COUNTS();
+  const header::HEADER_VARIABLES v = COUNTED_RUN();
   std::map<int32_t, std::vector<RECORD>> blocks = RUN_CONTROL_BLOCKS(*this);
+  blocks.merge(MODEL_BLOCKS(MODEL, v));
   for (const auto& [k, records] : BLOCKS) blocks[k] = records;
   for (const auto& [k, records] : blocks) {
     if (k < 2 || k > MOD_COMMON_DATABASE::NUM_HEADER_BLOCKS || k > NUM_BLOCK_ADDRESSES) {
@@ -213,7 +235,6 @@ FILE_IMAGE JOB::IMAGE(FILE_KIND kind) const {
   // element sets of a motion frame; damper records of a force frame).
   const bool motion = kind == FILE_KIND::MOTION;
   const int64_t frame_records = motion ? MOTION_FRAME_RECORDS() : FORCE_FRAME_RECORDS();
-  const header::HEADER_VARIABLES& v = RUN;
   const int64_t tail = motion ? v.NUM_VESSELS + 2 * (int64_t{v.TAIL_PAIR_COUNT_A} + v.TAIL_PAIR_COUNT_B) +
                                     int64_t{v.AUX_ELEMENT_RESULT_SETS} *
                                         static_cast<int64_t>(static_cast<double>(v.NUM_AUX_ELEMENTS) * 0.125 + 1.0)

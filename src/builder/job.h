@@ -10,8 +10,25 @@
 //   job.MOTION.FIRST.ANALYSIS_DETAIL_2 = 7;
 //   job.RUN.NUM_TIME_STEPS = 100;            // run control values, blocks 2 to 15
 //   job.RUN.ANALYSIS_TITLE.ASSIGN("Catenary riser");
+//   job.MODEL.NODES = {{.FILE_NUMBER = 1}, {.FILE_NUMBER = 2, .X = 10.0F}};  // blocks 16 to 52
 //   job.BLOCKS[7] = {builder::RECORD::INTS({12})};  // a block's raw records instead
 //   job.WRITE(dir + "/riser");
+//
+// Counts. Every header count that sizes a model block (NUM_ELEMENTS,
+// NUM_NODES, NUM_LABELS, PIP_NODES_PER_PAIR, NUM_BINARY_ITEMS, ...) is written
+// as RUN holds it when it is not 0, and as the size of the model's list when
+// RUN leaves it at 0: a test that describes the rows needs no counts, and a
+// test that sets a count gets that count in the header whatever the rows
+// (a count below the rows makes a block that does not fit, and throws).
+// The derived counts are the list sizes, and: PIP_NODES_PER_PAIR, the rows
+// of the longest connection; NUM_TARGET_SPECTRUM_INTERVALS, the pairs less
+// one; NUM_BOUNDARY_CONDITIONS, the list of block 31 (not the nodes' word 6).
+// NUM_PIP_CONNECTIONS and the other frame counts are RUN's alone. The layout
+// counts COUNTS.PLASTIC_HARDENING_RECORDS and COUNTS.BINARY_DATA_RECORDS
+// follow the same rule, from the models' and the items' records. Block 48 is
+// written as a run control record: RUN's SHAPE_FUNCTION_FLAG, the counted
+// NUM_PLASTIC_HARDENING_MODELS, OUTPUT_FLAGS[17], OUTPUT_FLAGS[18] and
+// SHAPE_FUNCTION_ORDER.
 #pragma once
 
 #include <array>
@@ -21,6 +38,7 @@
 #include <vector>
 
 #include "builder/file_image.h"
+#include "builder/model.h"
 #include "header/common_database.h"
 #include "header/tide3_database_files.h"
 
@@ -53,6 +71,8 @@ struct JOB {
   // the blocks behind them. A job has one time step, 2 nodes an element,
   // 3 coordinates and 6 degrees of freedom a node unless a test says otherwise.
   header::HEADER_VARIABLES RUN;
+  // The model of blocks 16 to 52 (block 48 aside), written row by row.
+  builder::MODEL MODEL;
   // Block 8 word 3: the seabed kind code.
   int32_t SEABED_CODE = 1;
   // Block 14 word 5 (the code that sets HDR_14_5) and word 6 (the seabed angle).
@@ -77,11 +97,15 @@ struct JOB {
   // The records of one frame of each file, section by section.
   int64_t MOTION_FRAME_RECORDS() const;
   int64_t FORCE_FRAME_RECORDS() const;
-  // The run control values as written: RUN, with the step layout of the
-  // frames when the builder lays them out.
+  // RUN with the counts that the model sets where RUN leaves them at 0.
+  header::HEADER_VARIABLES COUNTED_RUN() const;
+  // The run control values as written: the counted run, with the step
+  // layout of the frames when the builder lays them out.
   header::HEADER_VARIABLES WRITTEN_RUN() const;
 
-  // The counts by which the header is laid out.
+  // The counts by which the header is laid out: the counted run, and COUNTS
+  // with the plastic hardening and binary item records of the model where
+  // COUNTS leaves them at 0.
   MOD_COMMON_DATABASE::BLOCK_COUNTS LAYOUT_COUNTS() const;
 
   // The directory of the header in 1-based record numbers, as written, and
@@ -91,7 +115,8 @@ struct JOB {
   int32_t LAST_DIRECTORY_RECORD() const;
 
   // The image of one file. Throws std::invalid_argument for a description
-  // that cannot be laid out (a block larger than its place).
+  // that cannot be laid out (a block larger than its place, a name longer
+  // than its field).
   FILE_IMAGE IMAGE(FILE_KIND kind) const;
   // Writes <stem>.dbm and <stem>.dbf, each when present. Throws
   // std::runtime_error when a file cannot be written.
