@@ -3,6 +3,7 @@
 // that a lookup gives the first row that holds a number.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -129,6 +130,34 @@ TEST_F(HeaderArrays, ASecondHeaderReplacesTheFirstAndAFailedOneKeepsIt) {
   EXPECT_FALSE(db.TABLES.NODE_NUMBERS.ALLOCATED());
   db.DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();  // nothing left to release
   EXPECT_FALSE(db.TABLES.TIME_LIST.ALLOCATED());
+}
+
+// The open builds the integration point locations when block 48 asks for
+// them: the Gauss points of the order along each element, then zeros.
+TEST_F(HeaderArrays, TheOpenPlacesIntegrationPointsAlongEachElement) {
+  JOB job;
+  job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .LENGTH = 2.0F}, {.FILE_NUMBER = 2, .LENGTH = 10.0F}};
+  job.RUN.SHAPE_FUNCTION_FLAG = 1;
+  job.RUN.SHAPE_FUNCTION_ORDER = 3;
+  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
+  const TABLE<double, 2>& points = db.TABLES.INTEGRATION_POINTS;
+  ASSERT_EQ(points.EXTENT(1), 10);
+  ASSERT_EQ(points.EXTENT(2), 2);
+  const double xi = std::sqrt(0.6);
+  EXPECT_NEAR(points(1, 2), 10.0 * (1.0 - xi) / 2.0, 1e-12);
+  EXPECT_NEAR(points(2, 2), 5.0, 1e-12);
+  EXPECT_NEAR(points(3, 2), 10.0 * (1.0 + xi) / 2.0, 1e-12);
+  EXPECT_NEAR(points(3, 1), 1.0 + xi, 1e-12);
+  for (int64_t i = 4; i <= 10; ++i) EXPECT_EQ(points(i, 1) + points(i, 2), 0.0) << i;
+
+  job.RUN.SHAPE_FUNCTION_ORDER = 11;
+  ASSERT_FALSE(OPEN(job));
+  EXPECT_EQ(db.TABLES.INTEGRATION_POINTS.SIZE(), 20U);
+  EXPECT_EQ(db.TABLES.INTEGRATION_POINTS.DATA(), std::vector<double>(20, 0.0)) << "an order past 10 places none";
+
+  job.RUN.SHAPE_FUNCTION_FLAG = 2;
+  ASSERT_FALSE(OPEN(job));
+  EXPECT_FALSE(db.TABLES.INTEGRATION_POINTS.ALLOCATED());
 }
 
 TEST(NumberIndex, GivesTheFirstRowOfANumber) {
