@@ -156,6 +156,15 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   // the start of the file. On failure, reported, `error` is true and `value`
   // keeps what it held.
   void READIN(int32_t file, int64_t word, float& value, bool& error);
+  // Rows of the user's numbers, from 1; 0 for a number no row holds, the
+  // first row for a number that several hold. POST_ELEM_CODING takes a
+  // negative number for an auxiliary element and answers its negated row;
+  // a positive number that its own row holds is that row.
+  int32_t POST_NODE_CODING(int32_t number) const;
+  int32_t POST_ELEM_CODING(int32_t number) const;
+  int32_t POST_AUX_NODE_CODING(int32_t number) const;
+  int32_t POST_AUX_ELEM_CODING(int32_t number) const;
+
   // The first label whose name equals `label`, both trimmed and with the
   // letters A to Z of either case alike: its kind, and the node (kind 1) or
   // the element it names; all three 0 and `not_found` true when none does.

@@ -1,4 +1,6 @@
-// Finding a label of the model by its name.
+// Finding a node, an element or a label of the model by the number or name
+// that the user knows.
+#include <limits>
 #include <new>
 #include <string>
 
@@ -42,6 +44,33 @@ void TIDE3_DATABASE_FILES::CHECK_LABEL(std::string_view label, int32_t& node, in
   not_found = false;
   kind = TABLES.LABEL_TARGETS(found->second, 2);
   (kind == 1 ? node : element) = TABLES.LABEL_TARGETS(found->second, 1);
+}
+
+int32_t TIDE3_DATABASE_FILES::POST_NODE_CODING(int32_t number) const {
+  return TABLES.NODE_USER_NUMBER_INDEX.FIND(number);
+}
+
+int32_t TIDE3_DATABASE_FILES::POST_AUX_NODE_CODING(int32_t number) const {
+  return TABLES.AUX_NODE_NUMBER_INDEX.FIND(number);
+}
+
+int32_t TIDE3_DATABASE_FILES::POST_AUX_ELEM_CODING(int32_t number) const {
+  return TABLES.AUX_ELEMENT_NUMBER_INDEX.FIND(number);
+}
+
+int32_t TIDE3_DATABASE_FILES::POST_ELEM_CODING(int32_t number) const {
+  if (number < 0) {
+    // The lowest number has no positive counterpart, and no table holds one.
+    if (number == std::numeric_limits<int32_t>::min()) return 0;
+    return -POST_AUX_ELEM_CODING(-number);
+  }
+  if (number == 0) return 0;
+  // A number that its own row holds is that row at once.
+  if (number <= NUM_ELEMENTS && TABLES.ELEMENT_NUMBERS.CONTAINS(number, 2) &&
+      TABLES.ELEMENT_NUMBERS(number, 2) == number) {
+    return number;
+  }
+  return TABLES.ELEMENT_USER_NUMBER_INDEX.FIND(number);
 }
 
 }  // namespace tmrdar::header
