@@ -163,56 +163,6 @@ TEST(ModelLayout, SetsLieBackToBackByTheirTrueCounts) {
   EXPECT_THROW(job.IMAGE(FILE_KIND::MOTION), std::invalid_argument);
 }
 
-TEST(ModelLayout, RowsOfSeveralRecordsStandWhereTheLayoutPutsThem) {
-  JOB job;
-  MODEL& m = job.MODEL;
-  m.GUIDE_SURFACES = {{.ID = 1, .NAME = "first"}, {.ID = 2, .FLAG = 1, .NAME = "second"}};
-  m.INSTALLATION = {.SETTINGS = {1, 2, 3, 4, 5}, .CRITERIA = {{.ID = 6}, {.ID = 7, .VALUE_2 = 7.5F, .NAME = "c"}}};
-  m.FLOATING_BODIES = {{}, {.ID = 8, .NAME = std::string(32, 'f'), .VALUE = 0.1, .CODE = 9}};
-  m.VESSELS = {{}, {.NAME_CHUNKS = {"a", "", "", "", "", "", "", "h"}}};
-  m.PIPE_IN_PIPE = {{{1, 2}}, {{3, 4}}};
-  job.RUN.PIP_NODES_PER_PAIR = 3;
-  m.BINARY_ITEMS = {{.TYPE = 3, .ID = 4, .BYTES = std::string(32, 'x') + "y"}, {.TYPE = 5}};
-  const FILE_IMAGE image = job.IMAGE(FILE_KIND::MOTION);
-  const MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES d = job.DIRECTORY();
-  const auto at = [&](int32_t k, int64_t r) { return d.ENTRY(k) - 1 + r; };
-
-  EXPECT_EQ(INT_AT(image, at(34, 3), 1), 2) << "the heads of all surfaces come first";
-  EXPECT_EQ(INT_AT(image, at(34, 3), 6), 1);
-  EXPECT_EQ(TEXT_AT(image, at(34, 6), 6), "first ");
-  EXPECT_EQ(TEXT_AT(image, at(34, 14), 7), "second ");
-  EXPECT_EQ(INT_AT(image, at(37, 0), 5), 5);
-  EXPECT_EQ(INT_AT(image, at(37, 10), 1), 7) << "9 records a criterion behind the settings";
-  EXPECT_EQ(REAL_AT(image, at(37, 10), 3), 7.5F);
-  EXPECT_EQ(TEXT_AT(image, at(37, 11), 2), "c ");
-  EXPECT_EQ(INT_AT(image, at(38, 4), 1), 8);
-  EXPECT_EQ(TEXT_AT(image, at(38, 5), 32), std::string(32, 'f'));
-  double value = 0.0;
-  std::memcpy(&value, image.BYTES().data() + 32 * at(38, 6), 8);
-  EXPECT_EQ(value, 0.1);
-  EXPECT_EQ(INT_AT(image, at(38, 7), 1), 9);
-  EXPECT_EQ(TEXT_AT(image, at(39, 9), 2), "a ");
-  EXPECT_EQ(TEXT_AT(image, at(39, 10), 32), std::string(32, ' '));
-  EXPECT_EQ(TEXT_AT(image, at(39, 16), 2), "h ");
-  EXPECT_EQ(INT_AT(image, at(33, 3), 2), 4) << "each connection takes PIP_NODES_PER_PAIR records";
-  EXPECT_EQ(INT_AT(image, at(52, 0), 3), 33);
-  EXPECT_EQ(TEXT_AT(image, at(52, 2), 1), "y");
-  EXPECT_EQ(INT_AT(image, at(52, 3), 1), 5) << "the next item follows its two data records";
-  EXPECT_EQ(d.ENTRY(34) - d.ENTRY(33), 6);
-}
-
-TEST(ModelLayout, SeabedPairsKeepTheFilesOrderWithTheSlopeBehindTheLastPoint) {
-  JOB job;
-  job.MODEL.SEABED = {.POINTS = {{1, 2}, {3, 4}, {5, 6}, {7, 8}, {9, 10}, {11, 12}}, .SLOPE = 2.5F};
-  const FILE_IMAGE image = job.IMAGE(FILE_KIND::MOTION);
-  const int64_t r = job.DIRECTORY().ENTRY(22) - 1;
-  for (int w = 1; w <= 8; ++w) EXPECT_EQ(REAL_AT(image, r, w), static_cast<float>(w));
-  EXPECT_EQ(REAL_AT(image, r + 1, 3), 11.0F);
-  EXPECT_EQ(REAL_AT(image, r + 1, 5), 2.5F);
-  job.MODEL.SEABED.POINTS.push_back({13, 14});  // a third point in the last record takes word 5
-  EXPECT_THROW(job.IMAGE(FILE_KIND::MOTION), std::invalid_argument);
-}
-
 TEST(ModelLayout, CurvesAndItemsTakeTheirSinglePrecisionRecords) {
   // Curve records: truncate(single(2 max(1, w3)) / 8) + 1; item data records:
   // floor(single(length - 1) / 32) + 1. Far up, the rounding of the single
@@ -262,6 +212,9 @@ TEST(ModelLayout, WhatTheLayoutCannotHoldIsRefused) {
   refused([](JOB& job) { job.MODEL.FLOATING_BODIES = {{.NAME = std::string(33, 'f')}}; });
   refused([](JOB& job) { job.MODEL.VESSELS = {{.NAME_CHUNKS = {std::string(33, 'v')}}}; });
   refused([](JOB& job) { job.MODEL.TARGET_SPECTRUM = {{1.0F, 2.0F}}; });  // no intervals, no block
+  refused([](JOB& job) {  // a third point in the last record takes the slope's word 5
+    job.MODEL.SEABED = {.POINTS = {{}, {}, {}, {}, {}, {}, {}}, .SLOPE = 2.5F};
+  });
   refused([](JOB& job) { job.MODEL.PLASTIC_HARDENING_MODELS = {{.W3 = 1, .POINTS = {{}, {}, {}, {}, {}}}}; });
   refused([](JOB& job) {
     job.MODEL.PIPE_IN_PIPE = {{{1, 2}, {3, 4}, {5, 6}}};
