@@ -1,32 +1,76 @@
 // Reading words of the result frames, and the step times read at open.
 #include "header/result_frames.h"
 
+#include <algorithm>
+
 #include "frame/base/error_handling.h"
 #include "header/block_reading.h"
 
 namespace tmrdar::header {
 
+namespace {
+
+void REPORT_READ_FAILURE(bool& error) {
+  ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Unable to read record from database.");
+  error = true;
+}
+
+}  // namespace
+
+DATABASE_FILE TIDE3_DATABASE_FILES::RESULT_FILE(bool motion) {
+  if (VERSION.ACCESS == FILE_ACCESS::FRAME_UNITS) {
+    return DATABASE_FILE(IO_UNITS::UNIT(motion ? IO_UNITS::MOTION_UNIT : IO_UNITS::FORCE_UNIT));
+  }
+  return DATABASE_FILE(motion ? MOTION_FILE : FORCE_FILE);
+}
+
 void TIDE3_DATABASE_FILES::READIN(int32_t file, int64_t word, float& value, bool& error) {
   error = false;
   if (file == 1 || file == 2) selected_result_file_ = file;
-  const bool motion = selected_result_file_ == 1;
-  DATABASE_FILE source;
-  if (VERSION.ACCESS == FILE_ACCESS::FRAME_UNITS) {
-    source = DATABASE_FILE(IO_UNITS::UNIT(motion ? IO_UNITS::MOTION_UNIT : IO_UNITS::FORCE_UNIT));
-  } else {
-    source = DATABASE_FILE(motion ? MOTION_FILE : FORCE_FILE);
-  }
+  DATABASE_FILE source = RESULT_FILE(selected_result_file_ == 1);
   // A word before the start of the file is no word of it.
   int32_t status = word < 1 ? 1 : 0;
   std::array<float, 8> record{};
   if (status == 0) source.READ_REAL_AT(record, 32 * WORD_RECORD(word) - 31, status);
-  if (status != 0) {
-    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Unable to read record from database.");
-    error = true;
-    return;
-  }
+  if (status != 0) return REPORT_READ_FAILURE(error);
   value = record[static_cast<std::size_t>(WORD_PLACE(word) - 1)];
 }
+
+void TIDE3_DATABASE_FILES::READIN_ARRAY(int32_t file, int64_t word, std::span<float> values, bool& error) {
+  error = false;
+  if (file == 1 || file == 2) selected_result_file_ = file;
+  const auto f = static_cast<std::size_t>(selected_result_file_ - 1);
+  if (word < 1) return REPORT_READ_FAILURE(error);
+  const int64_t r = WORD_RECORD(word);
+  const int64_t p = WORD_PLACE(word);
+  const std::size_t count = std::min<std::size_t>(values.size(), static_cast<std::size_t>(17 - p));
+  const bool one_record = p + static_cast<int64_t>(count) - 1 <= 8;
+  std::array<int64_t, 2>& cached = cached_record_[f];
+  std::array<std::array<float, 8>, 2>& cache = record_cache_[f];
+
+  const bool hit = one_record ? cached[0] == r : cached[0] == r && cached[1] == r + 1;
+  if (!hit) {
+    DATABASE_FILE source = RESULT_FILE(selected_result_file_ == 1);
+    std::array<float, 8> record{};
+    int32_t status = 0;
+    source.READ_REAL_AT(record, 32 * r - 31, status);
+    if (status != 0) return REPORT_READ_FAILURE(error);
+    cache[0] = record;
+    cached[0] = r;
+    if (!one_record) {
+      source.READ_REAL_AT(record, 32 * r + 1, status);
+      if (status != 0) return REPORT_READ_FAILURE(error);
+      cache[1] = record;
+      cached[1] = r + 1;
+    }
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto place = static_cast<std::size_t>(p - 1) + i;
+    values[i] = place < 8 ? cache[0][place] : cache[1][place - 8];
+  }
+}
+
+void TIDE3_DATABASE_FILES::CLEAR_RECORD_CACHE() { cached_record_ = {}; }
 
 void TIDE3_DATABASE_FILES::READ_TIMES(int32_t step, float& time, bool& error) {
   error = false;

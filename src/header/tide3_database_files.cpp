@@ -32,6 +32,7 @@ void TIDE3_DATABASE_FILES::OPEN_TIDE3_DATABASE_FILES(std::string_view name, std:
                                                      bool& failed) {
   failed = false;
   static_cast<HEADER_VARIABLES&>(*this) = HEADER_VARIABLES{};
+  CLEAR_RECORD_CACHE();
   CLOSE_TIDE3_DATABASE_FILES();
 
   const std::string stem = std::string(directory) + std::string(name);

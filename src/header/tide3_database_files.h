@@ -156,6 +156,15 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   // the start of the file. On failure, reported, `error` is true and `value`
   // keeps what it held.
   void READIN(int32_t file, int64_t word, float& value, bool& error);
+  // `values.size()` consecutive words from `word` on, from one record or two.
+  // The first record of the last read of each file and the one behind it
+  // are kept, so that a read of the same words again reads nothing. On
+  // failure, reported, nothing is copied: a failed first record leaves the
+  // kept records as they were, a failed second keeps the new first.
+  // Requests of more words than two records hold from `word` on copy those.
+  void READIN_ARRAY(int32_t file, int64_t word, std::span<float> values, bool& error);
+  // Forgets the kept records of both files.
+  void CLEAR_RECORD_CACHE();
   // Rows of the user's numbers, from 1; 0 for a number no row holds, the
   // first row for a number that several hold. POST_ELEM_CODING takes a
   // negative number for an auxiliary element and answers its negated row;
@@ -224,8 +233,13 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   bool BUILD_LABEL_INDEX();
   // The integration point locations, when the header asks for them.
   void BUILD_INTEGRATION_POINTS(bool& failed);
-  // The file that READIN last selected: 1 motion, 2 force.
+  // The file that READIN or READIN_ARRAY last selected: 1 motion, 2 force.
   int32_t selected_result_file_ = 1;
+  DATABASE_FILE RESULT_FILE(bool motion);
+  // The kept records of READIN_ARRAY: for each file, slot 0 the first record
+  // of its last read and slot 1 the record behind it; record 0 is none.
+  std::array<std::array<int64_t, 2>, 2> cached_record_{};
+  std::array<std::array<std::array<float, 8>, 2>, 2> record_cache_{};
   void REPORT_OPEN_FAILURE(std::string_view message, const std::string& path) const;
 };
 

@@ -110,5 +110,52 @@ TEST_F(StepTimes, AWordIsPlaceWordMinusEightTimesItsRecordLessOne) {
   }
 }
 
+// Several words come from one record or two, and the records of the last
+// read of a file are kept: a read of the same words again does not see the
+// file change, a read that needs another record does.
+TEST_F(StepTimes, WordRunsKeepTheirRecordsUntilAnotherIsNeeded) {
+  JOB job;
+  job.FORCE.PRESENT = false;
+  builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
+  const int64_t r = image.RECORDS();  // 0-based records r and r + 1 are words 8r + 1 to 8r + 16
+  for (int w = 1; w <= 8; ++w) {
+    image.PUT_REAL(r, w, static_cast<float>(w));
+    image.PUT_REAL(r + 1, w, static_cast<float>(10 + w));
+  }
+  ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
+  bool failed = true;
+  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+  ASSERT_FALSE(failed);
+
+  std::vector<float> nine(9, -1.0F);
+  bool error = true;
+  db.READIN_ARRAY(1, 8 * r + 8, nine, error);  // place 8 of the first record and all of the next
+  ASSERT_FALSE(error);
+  EXPECT_EQ(nine, (std::vector<float>{8, 11, 12, 13, 14, 15, 16, 17, 18}));
+
+  // Another file with other words takes the place of the first under the
+  // kept records.
+  for (int w = 1; w <= 8; ++w) {
+    image.PUT_REAL(r, w, static_cast<float>(100 + w));
+    image.PUT_REAL(r + 1, w, static_cast<float>(200 + w));
+  }
+  ASSERT_TRUE(image.WRITE(dir.FILE("other.dbm")));
+  db.MOTION_FILE.CLOSE();
+  ASSERT_TRUE(db.MOTION_FILE.OPEN(dir.FILE("other.dbm"), MOD_FILE::MODE_READ));
+  std::vector<float> six(6);
+  db.READIN_ARRAY(0, 8 * r + 2, six, error);  // the motion file stays selected; one record, the kept first
+  EXPECT_EQ(six, (std::vector<float>{2, 3, 4, 5, 6, 7}));
+  db.READIN_ARRAY(1, 8 * r + 5, nine, error);  // two records, both kept
+  EXPECT_EQ(nine, (std::vector<float>{5, 6, 7, 8, 11, 12, 13, 14, 15}));
+  db.READIN_ARRAY(1, 8 * r + 9, six, error);  // another first record: read anew
+  EXPECT_EQ(six, (std::vector<float>{201, 202, 203, 204, 205, 206}));
+
+  // A failed read copies nothing.
+  six.assign(6, -7.0F);
+  db.READIN_ARRAY(1, -3, six, error);
+  EXPECT_TRUE(error);
+  EXPECT_EQ(six, std::vector<float>(6, -7.0F));
+}
+
 }  // namespace
 }  // namespace tmrdar::header
