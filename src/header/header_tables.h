@@ -123,6 +123,7 @@ struct HEADER_TABLES {
   NUMBER_INDEX ELEMENT_USER_NUMBER_INDEX;  // ELEMENT_NUMBERS(:, 2)
   NUMBER_INDEX AUX_NODE_NUMBER_INDEX;
   NUMBER_INDEX AUX_ELEMENT_NUMBER_INDEX;
+  NUMBER_INDEX BOUNDARY_CONDITION_INDEX;  // BOUNDARY_CONDITION_NODES
   // Label names, trimmed and with A to Z in lower case, to their first row.
   std::unordered_map<std::string, int32_t> LABEL_INDEX;
 };
