@@ -6,25 +6,9 @@
 #include <cstdint>
 #include <string_view>
 
-namespace tmrdar::REVISION_IDS {
+#include "frame/base/request_mask.h"
 
-// Values of the mask.
-inline constexpr int32_t MOTION_CODE_BAD = 1;
-inline constexpr int32_t FORCE_CODE_BAD = 2;
-inline constexpr int32_t NO_VERSION = 3;
-inline constexpr int32_t OUTPUT_TYPE_BAD = 4;
-inline constexpr int32_t SUBTYPE_BAD = 8;
-inline constexpr int32_t TYPE_11_FILE_MISSING = 12;
-inline constexpr int32_t NODE_BAD = 16;
-inline constexpr int32_t ELEMENT_BAD = 32;
-inline constexpr int32_t POSITION_BAD = 64;
-inline constexpr int32_t STEP_COUNT_BAD = 128;
-inline constexpr int32_t STEP_BAD = 256;
-inline constexpr int32_t LABEL_BAD = 1024;
-inline constexpr int32_t OUTPUT_NOT_WRITTEN = 2048;
-inline constexpr int32_t ITEM_NOT_FOUND = 4096;
-inline constexpr int32_t ELEMENT_NOT_FOUND = 8192;
-inline constexpr int32_t READ_FAILED = 16384;
+namespace tmrdar::REVISION_IDS {
 
 // The arguments of a request that the checks read; node, element and
 // position are replaced by what a label names.
