@@ -126,6 +126,22 @@ struct HEADER_TABLES {
   NUMBER_INDEX BOUNDARY_CONDITION_INDEX;  // BOUNDARY_CONDITION_NODES
   // Label names, trimmed and with A to Z in lower case, to their first row.
   std::unordered_map<std::string, int32_t> LABEL_INDEX;
+
+  // What the model queries answer from, made with the indexes: for each
+  // element row the lengths of the rows before it summed in single precision
+  // in row order, the node rows of its two ends (0 for an end whose file
+  // number no node has), and the first pipe-in-pipe pair whose search finds
+  // the row (0 for none).
+  struct MODEL_QUERY_TABLES {
+    TABLE<float> DISTANCE_PREFIX;     // (NUM_ELEMENTS)
+    TABLE<int32_t, 2> END_NODE_ROWS;  // (NUM_ELEMENTS, 2)
+    TABLE<int32_t> ENCLOSING_PAIR;    // (NUM_ELEMENTS)
+  } MODEL_QUERIES;
 };
+
+class TIDE3_DATABASE_FILES;
+// Makes the reader's MODEL_QUERIES from its tables as read; false when the
+// memory cannot be had.
+bool BUILD_MODEL_QUERY_TABLES(TIDE3_DATABASE_FILES& db);
 
 }  // namespace tmrdar::header
