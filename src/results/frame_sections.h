@@ -55,4 +55,20 @@ constexpr int64_t MA(const HEADER_VARIABLES& h, int64_t n) {
 // Records of one element section of a force frame: 3 words an element.
 constexpr int64_t R3(const HEADER_VARIABLES& h) { return header::SECTION_RECORDS(TIMES_32(3, h.NUM_ELEMENTS)); }
 
+// The word before the auxiliary node section of motion frame n: behind the
+// guide surface, zero gap guide, node contact and clashing sections.
+constexpr int64_t AUX_NODE_BASE(const HEADER_VARIABLES& h, int64_t n) {
+  using header::frame_words::ADD;
+  return ADD(ADD(ADD(ADD(MA(h, n), GUIDE_WORDS(h)), ZERO_GAP_WORDS(h)), CONTACT_WORDS(h)), CLASH_WORDS(h));
+}
+
+// Records of the reaction section of a force frame, one entry a boundary
+// condition, and of the element pressure section, 6 words an element.
+constexpr int64_t REACTION_RECORDS(const HEADER_VARIABLES& h) {
+  return header::SECTION_RECORDS(TIMES_32(h.NUM_BOUNDARY_CONDITIONS, h.DOFS_PER_NODE));
+}
+constexpr int64_t PRESSURE_RECORDS(const HEADER_VARIABLES& h) {
+  return header::SECTION_RECORDS(TIMES_32(6, h.NUM_ELEMENTS));
+}
+
 }  // namespace tmrdar::results
