@@ -71,4 +71,33 @@ constexpr int64_t PRESSURE_RECORDS(const HEADER_VARIABLES& h) {
   return header::SECTION_RECORDS(TIMES_32(6, h.NUM_ELEMENTS));
 }
 
+// The sections of a force frame ahead of its contact reactions: the ten
+// element sections of flags 5 to 14, and the reactions of the boundary
+// conditions under flag 4.
+constexpr int64_t ELEMENT_FLAG_SUM(const HEADER_VARIABLES& h) {
+  int64_t sum = 0;
+  for (std::size_t k = 4; k < 14; ++k) sum += h.OUTPUT_FLAGS[k];
+  return sum;
+}
+constexpr int64_t ELEMENT_FORCE_WORDS(const HEADER_VARIABLES& h) {
+  return header::frame_words::MUL(8 * R3(h), ELEMENT_FLAG_SUM(h));
+}
+constexpr int64_t BOUNDARY_REACTION_WORDS(const HEADER_VARIABLES& h) {
+  return header::frame_words::MUL(8 * REACTION_RECORDS(h), h.OUTPUT_FLAGS[3]);
+}
+// The contact sections of a force frame, 3 words an entry (2 a clash pair),
+// as they stand when flag 4 is set; a section of no entries takes no words.
+constexpr int64_t GUIDE_REACTION_WORDS(const HEADER_VARIABLES& h) {
+  return h.NUM_GUIDE_SURFACES < 1 ? 0 : SECTION_WORDS(TIMES_32(3, h.NUM_GUIDE_SURFACES));
+}
+constexpr int64_t ZERO_GAP_REACTION_WORDS(const HEADER_VARIABLES& h) {
+  return h.NUM_ZERO_GAP_GUIDES < 1 ? 0 : SECTION_WORDS(TIMES_32(3, h.NUM_ZERO_GAP_GUIDES));
+}
+constexpr int64_t PIP_REACTION_WORDS(const HEADER_VARIABLES& h) {
+  return h.NUM_PIP_CONNECTIONS < 1 ? 0 : SECTION_WORDS(TIMES_32(3, h.NUM_PIP_CONNECTIONS));
+}
+constexpr int64_t CLASH_FORCE_WORDS(const HEADER_VARIABLES& h) {
+  return h.NUM_CLASH_PAIRS < 1 ? 0 : SECTION_WORDS(TIMES_32(2, h.NUM_CLASH_PAIRS));
+}
+
 }  // namespace tmrdar::results
