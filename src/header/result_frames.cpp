@@ -2,6 +2,7 @@
 #include "header/result_frames.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "frame/base/error_handling.h"
 #include "header/block_reading.h"
@@ -14,6 +15,10 @@ void REPORT_READ_FAILURE(bool& error) {
   ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Unable to read record from database.");
   error = true;
 }
+
+// A word before the start of a file is no word of it, and neither is one
+// whose byte position no file could reach.
+bool WORD_IN_RANGE(int64_t word) { return word >= 1 && word <= std::numeric_limits<int64_t>::max() / 8; }
 
 }  // namespace
 
@@ -28,8 +33,7 @@ void TIDE3_DATABASE_FILES::READIN(int32_t file, int64_t word, float& value, bool
   error = false;
   if (file == 1 || file == 2) selected_result_file_ = file;
   DATABASE_FILE source = RESULT_FILE(selected_result_file_ == 1);
-  // A word before the start of the file is no word of it.
-  int32_t status = word < 1 ? 1 : 0;
+  int32_t status = WORD_IN_RANGE(word) ? 0 : 1;
   std::array<float, 8> record{};
   if (status == 0) source.READ_REAL_AT(record, 32 * WORD_RECORD(word) - 31, status);
   if (status != 0) return REPORT_READ_FAILURE(error);
@@ -40,7 +44,7 @@ void TIDE3_DATABASE_FILES::READIN_ARRAY(int32_t file, int64_t word, std::span<fl
   error = false;
   if (file == 1 || file == 2) selected_result_file_ = file;
   const auto f = static_cast<std::size_t>(selected_result_file_ - 1);
-  if (word < 1) return REPORT_READ_FAILURE(error);
+  if (!WORD_IN_RANGE(word)) return REPORT_READ_FAILURE(error);
   const int64_t r = WORD_RECORD(word);
   const int64_t p = WORD_PLACE(word);
   const std::size_t count = std::min<std::size_t>(values.size(), static_cast<std::size_t>(17 - p));

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -101,7 +102,7 @@ TEST_F(StepTimes, AWordIsPlaceWordMinusEightTimesItsRecordLessOne) {
   EXPECT_FALSE(error);
   EXPECT_EQ(std::bit_cast<int32_t>(value), job.NUM_BLOCK_ADDRESSES) << "word 1 of record 2";
 
-  for (const int64_t word : {0, -1, -7, -8}) {
+  for (const int64_t word : {int64_t{0}, int64_t{-1}, int64_t{-7}, int64_t{-8}, std::numeric_limits<int64_t>::max()}) {
     value = 7.0F;
     db.READIN(1, word, value, error);
     EXPECT_TRUE(error) << word;
