@@ -1,0 +1,175 @@
+// Single value and history requests: the positions and contents tests that
+// build the status, and the words that each output type reads. Every word of
+// every frame holds a value of its own, 100000 n + k for word k of frame n,
+// so a value names the word it came from; the expected words are counted
+// over the sections of a frame in the order the file has them.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "builder/job.h"
+#include "frame/base/error_handling.h"
+#include "header/tide3_database_files.h"
+#include "results/requests.h"
+#include "support/scratch_dir.h"
+
+namespace tmrdar::results {
+namespace {
+
+constexpr int32_t STEPS = 3;
+
+float WORD(int64_t n, int64_t k) { return static_cast<float>(100'000 * n + k); }
+
+class Requests : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    job.RUN.NUM_TIME_STEPS = STEPS;
+    job.MODEL.NODES = {{.FILE_NUMBER = 1, .USER_NUMBER = 10}, {.FILE_NUMBER = 2, .USER_NUMBER = 20},
+                       {.FILE_NUMBER = 3, .USER_NUMBER = 30}};
+    job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 100, .NODES = {1, 2}},
+                          {.FILE_NUMBER = 2, .USER_NUMBER = 200, .NODES = {2, 3}}};
+    job.MODEL.AUX_ELEMENTS = {{.NUMBER = 7}};
+    job.MODEL.BOUNDARY_CONDITIONS = {3};  // node of file number 3
+    job.RUN.OUTPUT_FLAGS = {};
+  }
+  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
+
+  void FLAGS(std::initializer_list<int> flags) {
+    for (const int f : flags) job.RUN.OUTPUT_FLAGS[static_cast<std::size_t>(f - 1)] = 1;
+  }
+
+  // Writes both files with every frame word numbered and opens them.
+  void OPEN() {
+    for (const builder::FILE_KIND kind : {builder::FILE_KIND::MOTION, builder::FILE_KIND::FORCE}) {
+      const bool motion = kind == builder::FILE_KIND::MOTION;
+      builder::FILE_IMAGE image = job.IMAGE(kind);
+      const int64_t records = motion ? job.MOTION_FRAME_RECORDS() : job.FORCE_FRAME_RECORDS();
+      const int64_t start = job.WRITTEN_RUN().RESULT_START_RECORD;
+      for (int64_t n = 1; n <= STEPS; ++n) {
+        for (int64_t k = 1; k <= 8 * records; ++k) {
+          image.PUT_REAL(start + (n - 1) * records + (k - 1) / 8, static_cast<int>((k - 1) % 8) + 1, WORD(n, k));
+        }
+      }
+      ASSERT_TRUE(image.WRITE(dir.FILE(motion ? "job.dbm" : "job.dbf")));
+    }
+    bool failed = true;
+    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    ASSERT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
+  }
+
+  // The value of one request at a step, and its status.
+  std::pair<float, int32_t> SINGLE(REQUEST_ARGUMENTS r, int32_t step = 2) {
+    float value = -1.0F;
+    int32_t status = 0;
+    GETREQUESTEDSINGLEVALUE(db, r, step, value, status);
+    return {value, status};
+  }
+
+  builder::JOB job;
+  testing::SCRATCH_DIR dir;
+  header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
+};
+
+TEST_F(Requests, ItemsAndContentsBuildTheStatus) {
+  FLAGS({1, 5});
+  OPEN();
+  struct CASE {
+    REQUEST_ARGUMENTS r;
+    int32_t status;
+  };
+  for (const CASE& c : std::vector<CASE>{
+           {{.OUTPUT_TYPE = 5, .PARAMETER = 1, .NODE = 20}, 0},
+           {{.OUTPUT_TYPE = 5, .PARAMETER = 1, .NODE = 2}, 4096},   // a file number is no user's number
+           {{.OUTPUT_TYPE = 6, .PARAMETER = 1, .NODE = 20}, 2048},  // no velocities
+           {{.OUTPUT_TYPE = 6, .PARAMETER = 1, .NODE = 0}, 4096 + 2048},
+           {{.OUTPUT_TYPE = 13, .PARAMETER = 1, .NODE = 30}, 2048},  // found; no reactions written
+           {{.OUTPUT_TYPE = 13, .PARAMETER = 1, .NODE = 20}, 4096 + 2048},  // no boundary condition
+           {{.OUTPUT_TYPE = 8, .PARAMETER = 1, .NODE = 1}, 4096},   // no guide surfaces
+           {{.OUTPUT_TYPE = 8, .PARAMETER = 1, .NODE = -2}, 0},     // a negative guide passes
+           {{.OUTPUT_TYPE = 11, .PARAMETER = 2, .NODE = 0}, 4096 + 2048},
+           {{.OUTPUT_TYPE = 11, .PARAMETER = 1, .NODE = 0}, 4096},
+           {{.OUTPUT_TYPE = 17, .PARAMETER = 1, .ELEMENT = 200, .LOCATION = 3}, 0},
+           {{.OUTPUT_TYPE = 17, .PARAMETER = 1, .ELEMENT = 0, .LOCATION = 5}, 8192 + 64},
+           {{.OUTPUT_TYPE = 17, .PARAMETER = 1, .ELEMENT = -7, .LOCATION = 1}, 0},  // an auxiliary element
+           {{.OUTPUT_TYPE = 17, .PARAMETER = 2, .ELEMENT = 100, .LOCATION = 1}, 2048},
+           {{.OUTPUT_TYPE = 17, .PARAMETER = 10, .ELEMENT = 100, .LOCATION = 1}, 2048},
+           {{.OUTPUT_TYPE = 18, .PARAMETER = 1, .ELEMENT = 100, .LOCATION = 0}, 64 + 2048},
+           {{.OUTPUT_TYPE = 2, .NODE = -5, .ELEMENT = -5, .LOCATION = 9}, 0},  // one value a step: no item
+       }) {
+    const auto [value, status] = SINGLE(c.r);
+    EXPECT_EQ(status, c.status) << "type " << c.r.OUTPUT_TYPE << " parameter " << c.r.PARAMETER << " node "
+                                << c.r.NODE << " element " << c.r.ELEMENT;
+    if (status > 0) {
+      EXPECT_EQ(value, 0.0F) << "a refused request leaves 0";
+    }
+  }
+}
+
+// Clashing results, element temperatures and pressures are read in line;
+// the temperature and the pressures stand behind every contact section of
+// a force frame, the clashing forces behind all of them but their own.
+TEST_F(Requests, InLineWordsStepOverTheSectionsAheadOfThem) {
+  job.RUN.NUM_GUIDE_SURFACES = 1;
+  job.RUN.NUM_CLASH_PAIRS = 2;
+  job.RUN.DOFS_PER_NODE = 6;
+  FLAGS({4, 5, 15, 16});
+  OPEN();
+  // Force frame: reactions (1 condition: 6 words, 1 record), element section
+  // of flag 5 (6 words, 1 record), guide reactions (3 words, 1 record),
+  // clashing forces (4 words, 1 record), temperatures (1 record), pressures.
+  const int64_t clashes = 3 * 8;
+  const int64_t temperatures = 4 * 8;
+  const int64_t pressures = 5 * 8;
+  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 11, .PARAMETER = 2, .NODE = 2}).first, WORD(2, clashes + 2 * 2 - 2 + 1));
+  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 11, .PARAMETER = 3, .NODE = 1}).first, WORD(2, clashes + 2));
+  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 17, .PARAMETER = 14, .ELEMENT = 200, .LOCATION = 2}).first,
+            WORD(2, temperatures + 3 * 2 + 2 - 3));
+  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 18, .PARAMETER = 2, .ELEMENT = 200, .LOCATION = 3}).first,
+            WORD(2, pressures + 6 * (2 - 1) + 2 * (3 - 1) + 2));
+  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 18, .PARAMETER = 0, .ELEMENT = 100, .LOCATION = 1}).first, WORD(2, pressures + 1));
+  // Motion frame: node contact section (3 nodes: 24 words, 4 records), then
+  // the clashing results, one word a pair.
+  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 11, .PARAMETER = 1, .NODE = 2}, 3).first, WORD(3, 8 * 2 + 8 * 4 + 2))
+      << "guide section of 9 words (2 records) first";
+}
+
+TEST_F(Requests, HistoriesFillTheirStepsAndStopAtAFailure) {
+  FLAGS({1, 5});
+  OPEN();
+  std::vector<float> values(STEPS, -1.0F);
+  int32_t status = 0;
+  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 5, .PARAMETER = 3, .NODE = 30}, values, status);
+  EXPECT_EQ(status, 0);
+  // Node 3's third component: word 2 * 6 + 3 of the displacement section.
+  EXPECT_EQ(values, (std::vector<float>{WORD(1, 15), WORD(2, 15), WORD(3, 15)}));
+
+  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 1}, values, status);
+  EXPECT_EQ(values, db.TABLES.TIME_LIST.DATA()) << "the step times are the times of the open";
+
+  values.assign(STEPS, -1.0F);
+  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 6, .PARAMETER = 1, .NODE = 30}, values, status);
+  EXPECT_EQ(status, 2048);
+  EXPECT_EQ(values, std::vector<float>(STEPS, 0.0F));
+
+  // Without the force file an element force fails at the first step.
+  std::vector<float> more(STEPS, -1.0F);
+  status = 0;
+  db.CLOSE_TIDE3_DATABASE_FILES();
+  job.FORCE.PRESENT = false;
+  std::filesystem::remove(dir.FILE("job.dbf"));
+  bool failed = true;
+  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 17, .PARAMETER = 1, .ELEMENT = 100, .LOCATION = 1}, more, status);
+  EXPECT_EQ(status, 16384) << "no force file: the first step fails";
+  EXPECT_EQ(more, std::vector<float>(STEPS, 0.0F));
+
+  std::vector<float> none;
+  status = 0;
+  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 5, .PARAMETER = 1, .NODE = 10}, none, status);
+  EXPECT_EQ(status, 0);
+}
+
+}  // namespace
+}  // namespace tmrdar::results
