@@ -1,0 +1,282 @@
+// A model with a row in every header block, written by the builder and read
+// back field for field: each value is a different small number, so a word
+// read from the wrong place of the file cannot pass for the right one.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "builder/job.h"
+#include "frame/base/error_handling.h"
+#include "header/tide3_database_files.h"
+#include "support/scratch_dir.h"
+
+namespace tmrdar::header {
+namespace {
+
+using builder::JOB;
+using builder::MODEL;
+using testing::SCRATCH_DIR;
+
+// The next integer, real or name of a running count.
+struct COUNTER {
+  int32_t n = 0;
+  int32_t INT() { return ++n; }
+  float REAL() { return static_cast<float>(++n) + 0.25F; }
+  std::string NAME(const std::string& what) { return what + " " + std::to_string(++n); }
+  template <std::size_t N>
+  std::array<float, N> REALS() {
+    std::array<float, N> values{};
+    for (float& value : values) value = REAL();
+    return values;
+  }
+};
+
+// 9 elements, 8 contact diameters a record, and 9 dampers, so that the
+// packed lists cross a record; 6 seabed points, leaving word 5 of their
+// second record to the slope; every set, label and name field different.
+JOB EVERY_BLOCK() {
+  COUNTER c;
+  JOB job;
+  MODEL& m = job.MODEL;
+  for (int k = 0; k < 5; ++k) {
+    m.NODES.push_back({c.INT() + 100, c.REAL(), c.REAL(), c.REAL(), c.INT(), k == 0 ? 0 : c.INT()});
+  }
+  for (int k = 0; k < 9; ++k) {
+    const int32_t first = m.NODES[static_cast<std::size_t>(k % 5)].FILE_NUMBER;
+    const int32_t second = m.NODES[static_cast<std::size_t>((k + 3) % 5)].FILE_NUMBER;
+    m.ELEMENTS.push_back({c.INT(), c.INT(), {first, second}, c.REAL(), c.REAL(), c.REAL(), c.INT(), c.REAL(),
+                          c.REAL(), c.REAL(), c.REAL(), c.INT(), c.REAL(), c.REAL(), c.REAL(), c.REAL(), c.INT(),
+                          c.INT(), c.REAL(), c.INT()});
+    m.CONTACT_DIAMETERS.push_back(c.REAL());
+  }
+  m.NONLINEAR_E_TABLES = {{c.INT(), c.INT(), c.REAL(), c.REAL()}, {c.INT(), c.INT(), c.REAL(), c.REAL()}};
+  m.AUX_ELEMENTS = {{c.INT(), c.INT(), {c.INT(), c.INT()}, c.REAL(), c.REAL(), c.REAL(), c.INT(), c.INT(), c.INT()}};
+  m.AUX_NODES = {{c.INT(), c.REAL(), c.REAL(), c.REAL()}, {c.INT(), c.REAL(), c.REAL(), c.REAL()}};
+  job.SEABED_CODE = 2;  // a plane slope, whose angle follows the points
+  for (int k = 0; k < 6; ++k) m.SEABED.POINTS.push_back({c.REAL(), c.REAL()});
+  m.SEABED.SLOPE = c.REAL();
+  m.WAVE_HARMONICS = {c.REALS<5>(), c.REALS<5>()};
+  m.DSP_WAVE_HARMONICS = {c.REALS<5>(), c.REALS<5>(), c.REALS<5>()};
+  m.ELEMENT_SETS = {{std::string(256, 'e'), {c.INT(), c.INT()}}, {c.NAME("empty"), {}}, {c.NAME("one"), {c.INT()}}};
+  m.NODE_SETS = {{c.NAME("nodes"), {c.INT(), c.INT(), c.INT()}}};
+  m.LABELS = {{c.NAME("label"), c.INT(), 1}, {c.NAME("label"), c.INT(), c.INT()}};
+  m.POINT_MASSES = {c.INT(), c.INT()};
+  m.POINT_LOADS = {{c.INT(), c.INT(), c.REAL()}, {c.INT(), c.INT(), c.REAL()}};
+  m.BOUNDARY_CONDITIONS = {c.INT(), c.INT(), c.INT()};  // room for the slots of 3 of the 4 nodes that have one
+  m.CURRENT_PROFILE = {c.REALS<3>(), c.REALS<3>()};
+  m.PIPE_IN_PIPE = {{{c.INT(), c.INT()}, {c.INT(), c.INT()}}, {{c.INT(), c.INT()}, {c.INT(), c.INT()}}};
+  m.GUIDE_SURFACES = {{c.INT(), c.REALS<2>(), {1, c.INT()}, 1, c.REALS<2>(), c.NAME("guide")},
+                      {c.INT(), c.REALS<2>(), {c.INT(), 1}, c.INT(), c.REALS<2>(), c.NAME("guide")}};
+  for (int k = 0; k < 2; ++k) {
+    m.PANELS.push_back({c.INT(), c.INT(), c.INT(), c.INT(), c.INT(), c.INT(), c.INT()});
+    m.ZERO_GAP_GUIDES.push_back({c.INT(), c.REALS<7>()});
+    m.INSTALLATION.CRITERIA.push_back({c.INT(), c.REAL(), c.REAL(), c.NAME("criterion")});
+    m.FLOATING_BODIES.push_back({c.INT(), c.NAME("body"), c.INT() + 0.1, c.INT()});
+  }
+  m.INSTALLATION.SETTINGS = {c.INT(), c.INT(), c.INT(), c.INT(), c.INT()};
+  m.VESSELS = {{{c.NAME("v"), "", std::string(32, 'x'), c.NAME("w"), "", "", "", c.NAME("z")}}};
+  m.STINGER = c.REALS<6>();
+  for (int k = 0; k < 5; ++k) m.TARGET_SPECTRUM.push_back(c.REALS<2>());
+  job.RUN.SHAPE_FUNCTION_FLAG = 2;  // 1 would build the integration points
+  job.RUN.SHAPE_FUNCTION_ORDER = c.INT();
+  job.RUN.OUTPUT_FLAGS[17] = 1;
+  job.RUN.OUTPUT_FLAGS[18] = 1;
+  for (const int32_t points : {3, 0, 5}) {
+    builder::PLASTIC_HARDENING_MODEL model{c.INT(), c.INT(), 0, {}};
+    for (int p = 0; p < points; ++p) model.POINTS.push_back(c.REALS<2>());
+    m.PLASTIC_HARDENING_MODELS.push_back(model);
+  }
+  for (int k = 0; k < 9; ++k) m.DAMPER_ELEMENTS.push_back(c.INT());
+  const std::string seabed_file = "seabed file bytes, 64 of them" + std::string(35, '.');
+  m.BINARY_ITEMS = {{c.INT() + 10, c.INT(), std::string(70, 's')},
+                    {MOD_SEABED_PROFILE::SEABED_BLOCK_TYPE, c.INT(), seabed_file}};
+  return job;
+}
+
+class ModelRoundTrip : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    job.WRITE(dir.FILE("job"));
+    bool failed = false;
+    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    ASSERT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
+  }
+  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
+
+  SCRATCH_DIR dir;
+  const JOB job = EVERY_BLOCK();
+  const MODEL& m = job.MODEL;
+  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
+  const HEADER_TABLES& t = db.TABLES;
+};
+
+TEST_F(ModelRoundTrip, StructureBlocks) {
+  for (int64_t i = 1; i <= 9; ++i) {
+    const builder::ELEMENT& e = m.ELEMENTS[static_cast<std::size_t>(i - 1)];
+    EXPECT_EQ(t.ELEMENT_NUMBERS(i, 1), e.FILE_NUMBER);
+    EXPECT_EQ(t.ELEMENT_NUMBERS(i, 2), e.USER_NUMBER);
+    EXPECT_EQ(t.ELEMENT_NODES(i, 1), (i - 1) % 5 + 1) << "the end nodes become node rows";
+    EXPECT_EQ(t.ELEMENT_NODES(i, 2), (i + 2) % 5 + 1);
+    const std::vector<float> reals{t.ELEMENT_LENGTH(i), t.ELEMENT_A6(i), t.ELEMENT_A7(i), t.ELEMENT_B1(i),
+                                   t.ELEMENT_B2(i),     t.ELEMENT_B3(i), t.ELEMENT_B4(i), t.ELEMENT_B6(i),
+                                   t.ELEMENT_B7(i),     t.ELEMENT_B8(i), t.ELEMENT_C1(i)};
+    EXPECT_EQ(reals, (std::vector<float>{e.LENGTH, e.A6, e.A7, e.B1, e.B2, e.B3, e.B4, e.B6, e.B7, e.B8, e.C1}));
+    EXPECT_EQ(t.ELEMENT_A8(i), e.A8);
+    EXPECT_EQ(t.ELEMENT_B5(i), e.B5);
+    const std::vector<float> section{t.ELEMENT_SECTION_TABLE(i, 1), t.ELEMENT_SECTION_TABLE(i, 2),
+                                     t.ELEMENT_SECTION_TABLE(i, 3), t.ELEMENT_SECTION_TABLE(i, 4)};
+    EXPECT_EQ(section, (std::vector<float>{static_cast<float>(e.MATERIAL_1), static_cast<float>(e.MATERIAL_2),
+                                           e.MATERIAL_3, static_cast<float>(e.MATERIAL_4)}));
+  }
+  const auto& e_rows = m.NONLINEAR_E_TABLES;  // the table holds its columns one after the other
+  EXPECT_EQ(t.NONLINEAR_E_TABLE.DATA(),
+            (std::vector<float>{static_cast<float>(e_rows[0].CURVE), static_cast<float>(e_rows[1].CURVE),
+                                static_cast<float>(e_rows[0].POINTS), static_cast<float>(e_rows[1].POINTS),
+                                e_rows[0].VALUE_1, e_rows[1].VALUE_1, e_rows[0].VALUE_2, e_rows[1].VALUE_2}));
+  for (int64_t j = 1; j <= 5; ++j) {
+    const builder::NODE& n = m.NODES[static_cast<std::size_t>(j - 1)];
+    EXPECT_EQ(t.NODE_NUMBERS(j, 1), n.FILE_NUMBER);
+    EXPECT_EQ(t.NODE_NUMBERS(j, 2), n.USER_NUMBER);
+    EXPECT_EQ(t.NODE_COORDINATES(1, j), n.X);
+    EXPECT_EQ(t.NODE_COORDINATES(2, j), n.Y);
+    EXPECT_EQ(t.NODE_COORDINATES(3, j), n.Z);
+  }
+  // Node 1 has no slot; nodes 2 to 4 fill the room of three, node 5 is left out.
+  EXPECT_EQ(t.CONDITION_NODES.DATA(), (std::vector<int32_t>{m.NODES[1].BOUNDARY_SLOT, m.NODES[2].BOUNDARY_SLOT,
+                                                            m.NODES[3].BOUNDARY_SLOT}));
+  const builder::AUX_ELEMENT& a = m.AUX_ELEMENTS[0];
+  EXPECT_EQ(t.AUX_ELEMENT_NUMBERS(1), a.NUMBER);
+  EXPECT_EQ(t.AUX_ELEMENT_NODES.DATA(), (std::vector<int32_t>{a.NODES[0], a.NODES[1]}));
+  EXPECT_EQ((std::vector<float>{t.AUX_ELEMENT_R5(1), t.AUX_ELEMENT_R6(1), t.AUX_ELEMENT_R7(1)}),
+            (std::vector<float>{a.R5, a.R6, a.R7}));
+  EXPECT_EQ(t.AUX_ELEMENT_W8(1), a.W8);
+  EXPECT_EQ(t.AUX_ELEMENT_W9(1), a.W9);
+  const auto& aux = m.AUX_NODES;
+  EXPECT_EQ(t.AUX_NODE_NUMBERS.DATA(), (std::vector<int32_t>{aux[0].NUMBER, aux[1].NUMBER}));
+  EXPECT_EQ(t.AUX_NODE_COORDINATES.DATA(),
+            (std::vector<float>{aux[0].X, aux[1].X, aux[0].Y, aux[1].Y, aux[0].Z, aux[1].Z}));
+}
+
+TEST_F(ModelRoundTrip, SeaBlocks) {
+  ASSERT_EQ(db.SEABED_PROFILE.NUM_NODES(), 6);
+  for (int32_t i = 1; i <= 6; ++i) {
+    EXPECT_EQ(db.SEABED_PROFILE.NODE(i, 2), m.SEABED.POINTS[static_cast<std::size_t>(i - 1)].FIRST) << i;
+    EXPECT_EQ(db.SEABED_PROFILE.NODE(i, 1), m.SEABED.POINTS[static_cast<std::size_t>(i - 1)].SECOND) << i;
+  }
+  EXPECT_EQ(db.SEABED_PROFILE.SLOPE_DEG(), *m.SEABED.SLOPE);
+  for (std::size_t r = 0; r < 2; ++r) {
+    for (std::size_t c = 0; c < 5; ++c) EXPECT_EQ(t.WAVE_HARMONICS(r + 1, c + 1), m.WAVE_HARMONICS[r][c]);
+    for (std::size_t c = 0; c < 3; ++c) EXPECT_EQ(t.CURRENT_PROFILE(r + 1, c + 1), m.CURRENT_PROFILE[r][c]);
+  }
+  for (std::size_t r = 0; r < 3; ++r) {
+    for (std::size_t c = 0; c < 5; ++c) EXPECT_EQ(t.DSP_WAVE_HARMONICS(c + 1, r + 1), m.DSP_WAVE_HARMONICS[r][c]);
+  }
+  for (std::size_t r = 0; r < 5; ++r) {
+    EXPECT_EQ(t.TARGET_SPECTRUM(r + 1, 1), m.TARGET_SPECTRUM[r][0]);
+    EXPECT_EQ(t.TARGET_SPECTRUM(r + 1, 2), m.TARGET_SPECTRUM[r][1]);
+  }
+  EXPECT_EQ(t.CONTACT_DIAMETERS.DATA(), m.CONTACT_DIAMETERS);
+  EXPECT_EQ(t.TARGET_SPECTRUM.EXTENT(1), 5);
+}
+
+TEST_F(ModelRoundTrip, SetsLabelsAndAttachments) {
+  EXPECT_EQ(t.ELEMENT_SET_NAMES(1).VIEW(), std::string(255, 'e') + " ") << "the 256th character is not read";
+  for (int64_t s = 1; s <= 3; ++s) {
+    const builder::NAMED_SET& set = m.ELEMENT_SETS[static_cast<std::size_t>(s - 1)];
+    if (s > 1) {
+      EXPECT_EQ(t.ELEMENT_SET_NAMES(s).TRIMMED(), set.NAME);
+    }
+    EXPECT_EQ(t.ELEMENT_SET_COUNTS(s), static_cast<int32_t>(set.MEMBERS.size()));
+    EXPECT_EQ(t.ELEMENT_SET_MEMBERS[static_cast<std::size_t>(s - 1)], set.MEMBERS);
+  }
+  EXPECT_EQ(t.NODE_SET_NAMES(1).TRIMMED(), m.NODE_SETS[0].NAME);
+  EXPECT_EQ(t.NODE_SET_COUNTS(1), 3);
+  EXPECT_EQ(t.NODE_SET_MEMBERS[0], m.NODE_SETS[0].MEMBERS);
+  for (int64_t l = 1; l <= 2; ++l) {
+    const builder::LABEL& label = m.LABELS[static_cast<std::size_t>(l - 1)];
+    EXPECT_EQ(t.LABEL_NAMES(l).TRIMMED(), label.NAME);
+    EXPECT_EQ(t.LABEL_TARGETS(l, 1), label.NUMBER);
+    EXPECT_EQ(t.LABEL_TARGETS(l, 2), label.KIND);
+  }
+  EXPECT_EQ(t.POINT_MASS_NODES.DATA(), m.POINT_MASSES);
+  for (int64_t l = 1; l <= 2; ++l) {
+    const builder::POINT_LOAD& load = m.POINT_LOADS[static_cast<std::size_t>(l - 1)];
+    EXPECT_EQ(t.POINT_LOADS(1, l), static_cast<float>(load.W1));
+    EXPECT_EQ(t.POINT_LOADS(2, l), static_cast<float>(load.W2));
+    EXPECT_EQ(t.POINT_LOADS(3, l), load.W3);
+  }
+  EXPECT_EQ(t.BOUNDARY_CONDITION_NODES.DATA(), m.BOUNDARY_CONDITIONS);
+}
+
+TEST_F(ModelRoundTrip, ContactAndInstallationBlocks) {
+  for (int64_t i = 1; i <= 2; ++i) {
+    for (int64_t j = 1; j <= 2; ++j) {
+      EXPECT_EQ(t.PIP_DATA(j, 1, i), m.PIPE_IN_PIPE[i - 1][j - 1][0]);
+      EXPECT_EQ(t.PIP_DATA(j, 2, i), m.PIPE_IN_PIPE[i - 1][j - 1][1]);
+    }
+  }
+  for (int64_t g = 1; g <= 2; ++g) {
+    const builder::GUIDE_SURFACE& s = m.GUIDE_SURFACES[static_cast<std::size_t>(g - 1)];
+    EXPECT_EQ(t.GUIDE_SURFACE_IDS(g), s.ID);
+    EXPECT_EQ(t.GUIDE_SURFACE_VALUES(g, 1), s.VALUES[0]);
+    EXPECT_EQ(t.GUIDE_SURFACE_VALUES(g, 2), s.VALUES[1]);
+    EXPECT_EQ(t.GUIDE_SURFACE_SWITCHES(g, 1), s.SWITCHES[0] == 1) << g;
+    EXPECT_EQ(t.GUIDE_SURFACE_SWITCHES(g, 2), s.SWITCHES[1] == 1) << g;
+    EXPECT_EQ(t.GUIDE_SURFACE_FLAGS(g), s.FLAG == 1) << g;
+    EXPECT_EQ(t.GUIDE_SURFACE_NAMES(g).TRIMMED(), s.NAME);
+  }
+  EXPECT_EQ(t.GUIDE_SURFACE_FLAG_COUNT, 1);
+  for (int64_t p = 1; p <= 2; ++p) {
+    const builder::PANEL& panel = m.PANELS[static_cast<std::size_t>(p - 1)];
+    EXPECT_EQ(t.PANEL_TABLE(p, 1), panel[5]);
+    EXPECT_EQ(t.PANEL_TABLE(p, 2), panel[0]);
+    EXPECT_EQ(t.PANEL_TABLE(p, 3), panel[1]);
+    EXPECT_EQ(t.PANEL_TABLE(p, 4), panel[2]);
+    EXPECT_EQ(t.PANEL_VALUES(p), panel[3]);
+    EXPECT_EQ(t.ZERO_GAP_GUIDE_IDS(p), m.ZERO_GAP_GUIDES[static_cast<std::size_t>(p - 1)].ID);
+    EXPECT_EQ(t.ZERO_GAP_GUIDE_VALUES(p), m.ZERO_GAP_GUIDES[static_cast<std::size_t>(p - 1)].VALUES[0]);
+    const builder::INSTALLATION_CRITERION& criterion = m.INSTALLATION.CRITERIA[static_cast<std::size_t>(p - 1)];
+    EXPECT_EQ(t.INSTALLATION_CRITERIA_IDS(p), criterion.ID);
+    EXPECT_EQ(t.INSTALLATION_CRITERIA_VALUE_1(p), criterion.VALUE_1);
+    EXPECT_EQ(t.INSTALLATION_CRITERIA_VALUE_2(p), criterion.VALUE_2);
+    EXPECT_EQ(t.INSTALLATION_CRITERIA_NAMES(p).TRIMMED(), criterion.NAME);
+    const builder::FLOATING_BODY& body = m.FLOATING_BODIES[static_cast<std::size_t>(p - 1)];
+    EXPECT_EQ(t.FLOATING_BODY_IDS(p), body.ID);
+    EXPECT_EQ(t.FLOATING_BODY_NAMES(p).TRIMMED(), body.NAME);
+    EXPECT_EQ(t.FLOATING_BODY_VALUES(p), body.VALUE);
+    EXPECT_EQ(t.FLOATING_BODY_CODES(p), body.CODE);
+  }
+  EXPECT_EQ(t.INSTALLATION_SETTINGS, m.INSTALLATION.SETTINGS);
+  const auto& chunks = m.VESSELS[0].NAME_CHUNKS;
+  EXPECT_EQ(t.VESSEL_NAMES(1).TRIMMED(), chunks[0] + chunks[2] + chunks[3] + chunks[7]) << "blank chunks vanish";
+  EXPECT_EQ(t.STINGER_DATA.DATA(), std::vector<float>(m.STINGER.begin(), m.STINGER.end()));
+}
+
+TEST_F(ModelRoundTrip, MaterialAndItemBlocks) {
+  EXPECT_EQ(db.SHAPE_FUNCTION_FLAG, 2);
+  EXPECT_EQ(db.SHAPE_FUNCTION_ORDER, job.RUN.SHAPE_FUNCTION_ORDER);
+  EXPECT_EQ(db.OUTPUT_FLAGS[17], 1);
+  EXPECT_EQ(db.OUTPUT_FLAGS[18], 1);
+  ASSERT_EQ(db.NUM_PLASTIC_HARDENING_MODELS, 3);
+  for (int64_t k = 1; k <= 3; ++k) {
+    const builder::PLASTIC_HARDENING_MODEL& written = m.PLASTIC_HARDENING_MODELS[static_cast<std::size_t>(k - 1)];
+    const MOD_PLASTIC_HARDENING::T_PLASTIC_HARDENING& read = t.PLASTIC_HARDENING_MODELS(k);
+    EXPECT_EQ(read.RULE, written.W2);
+    ASSERT_EQ(read.NUM_PAIRS(), static_cast<int32_t>(written.POINTS.size()));
+    EXPECT_EQ(read.NUM_POINTS, read.NUM_PAIRS());
+    for (int32_t p = 1; p <= read.NUM_PAIRS(); ++p) {
+      EXPECT_EQ(read.DATA(1, p), static_cast<double>(written.POINTS[static_cast<std::size_t>(p - 1)][0]));
+      EXPECT_EQ(read.DATA(2, p), static_cast<double>(written.POINTS[static_cast<std::size_t>(p - 1)][1]));
+    }
+  }
+  EXPECT_EQ(t.DAMPER_ELEMENTS.DATA(), m.DAMPER_ELEMENTS);
+  const builder::BINARY_ITEM& seabed = m.BINARY_ITEMS[1];
+  EXPECT_EQ(db.SEABED_PROFILE.DATA_BLOCK().VIEW(), seabed.BYTES) << "behind an item of another type";
+  EXPECT_EQ(db.SEABED_PROFILE.DATA_BLOCK().GET_TYPE(), seabed.TYPE);
+  EXPECT_EQ(db.SEABED_PROFILE.DATA_BLOCK().GET_KEY(), seabed.ID);
+  EXPECT_EQ(t.TIME_LIST.DATA().back(), 0.1F) << "the one step is read behind the whole header";
+}
+
+}  // namespace
+}  // namespace tmrdar::header
