@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "frame/exports/library_state.h"
+#include "model_queries/model_queries.h"
 
 namespace {
 
@@ -88,43 +89,55 @@ int32_t GetAnalysisDetails(int32_t* detail_1, int32_t* detail_2, float* detail_3
   });
 }
 
-// The model tables behind the following four queries and the results behind
-// the two requests are not read yet: until they are, a job holds no node,
-// element, curve or result that these exports could report.
+// The four model queries answer from the tables that the open read, through
+// the model queries library; what stays here is each export's own order of
+// argument tests and its own result codes.
 
-int32_t GetNodeProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* /*node*/,
-                          const int32_t* kind, float* /*coordinates*/) {
+int32_t GetNodeProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* node,
+                          const int32_t* kind, float* coordinates) {
   return GUARDED(0, [&] {
-    if (VALUE(kind) != 0 && VALUE(kind) != 1) return -2;
-    if (MODULE(motion_code, force_code) == nullptr) return -1;
-    return 0;
+    const int32_t k = VALUE(kind);
+    if (k != 0 && k != 1) return -2;
+    const tmrdar::header::TIDE3_DATABASE_FILES* db = MODULE(motion_code, force_code);
+    if (db == nullptr) return -1;
+    return tmrdar::model_queries::NODE_PROPERTIES(*db, VALUE(node), k, ARRAY(coordinates, 3));
   });
 }
 
-int32_t GetElementProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* /*element*/,
+int32_t GetElementProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* element,
                              const int32_t* kind, const int32_t* length, int32_t* integers, float* reals) {
   return GUARDED(-1, [&] {
     const int32_t k = VALUE(kind);
     if (k != 0 && k != 1) return -3;
-    const std::span<int32_t> ints = ARRAY(integers, VALUE(length));
-    const std::span<float> floats = ARRAY(reals, VALUE(length));
-    std::fill(ints.begin(), ints.end(), -1);
-    std::fill(floats.begin(), floats.end(), -1.0F);
-    if (MODULE(motion_code, force_code) == nullptr) return -2;
-    return -1;
+    // The arrays are marked before the version is looked at.
+    const int32_t n = VALUE(length);
+    const std::span<int32_t> ints = ARRAY(integers, n);
+    const std::span<float> floats = ARRAY(reals, n);
+    std::fill(ints.begin(), ints.end(), tmrdar::model_queries::NO_INTEGER);
+    std::fill(floats.begin(), floats.end(), tmrdar::model_queries::NO_REAL);
+    const tmrdar::header::TIDE3_DATABASE_FILES* db = MODULE(motion_code, force_code);
+    if (db == nullptr) return -2;
+    return tmrdar::model_queries::ELEMENT_PROPERTIES(*db, VALUE(element), k, n, ints, floats);
   });
 }
 
-int32_t GetDistanceAlongRiser(const int32_t* motion_code, const int32_t* force_code, const int32_t* /*element*/,
+int32_t GetDistanceAlongRiser(const int32_t* motion_code, const int32_t* force_code, const int32_t* element,
                               const int32_t* position, float* distance) {
   return GUARDED(-1, [&] {
     const int32_t p = VALUE(position);
     if (p < 1 || p > 3) return -2;
-    if (distance != nullptr) *distance = 0.0F;
-    if (MODULE(motion_code, force_code) == nullptr) return -3;
-    return -1;
+    float answer = 0.0F;
+    int32_t result = -3;
+    if (const tmrdar::header::TIDE3_DATABASE_FILES* db = MODULE(motion_code, force_code)) {
+      result = tmrdar::model_queries::DISTANCE_ALONG_RISER(*db, VALUE(element), p, answer);
+    }
+    if (distance != nullptr) *distance = answer;
+    return result;
   });
 }
+
+// The results behind the two requests are not read yet: until they are, a job
+// holds no result that these exports could report.
 
 int32_t GetRequestedSingleValue(const int32_t* /*motion_code*/, const int32_t* /*force_code*/,
                                 const int32_t* /*output_type*/, const int32_t* /*output_subtype*/,
@@ -166,11 +179,15 @@ int32_t GetRequestedSingleValueError(const int32_t* mask, const int32_t* length,
 }
 
 int32_t GetProcessedDirectStressStrainData(const int32_t* motion_code, const int32_t* force_code,
-                                           const int32_t* table_id, const int32_t* /*capacity*/,
-                                           float* /*pairs*/) {
+                                           const int32_t* table_id, const int32_t* capacity, float* pairs) {
   return GUARDED(-1, [&] {
-    if (MODULE(motion_code, force_code) == nullptr) return -1;
-    return static_cast<int32_t>(-static_cast<int64_t>(VALUE(table_id)));
+    const tmrdar::header::TIDE3_DATABASE_FILES* db = MODULE(motion_code, force_code);
+    if (db == nullptr) return -1;
+    const int32_t room = VALUE(capacity);
+    int32_t status = 0;
+    tmrdar::model_queries::V861_GETNONLINEARMATERIAL(*db, VALUE(table_id), room, ARRAY(pairs, 2 * int64_t{room}),
+                                                     status);
+    return status;
   });
 }
 
