@@ -8,6 +8,8 @@
 #include <string_view>
 
 #include "frame/exports/library_state.h"
+#include "frame/exports/request_checks.h"
+#include "results/requests.h"
 #include "model_queries/model_queries.h"
 
 namespace {
@@ -41,6 +43,41 @@ std::span<T> ARRAY(T* items, int64_t length) {
 
 tmrdar::header::TIDE3_DATABASE_FILES* MODULE(const int32_t* motion_code, const int32_t* force_code) {
   return tmrdar::frame::SELECTED_MODULE(VALUE(motion_code), VALUE(force_code));
+}
+
+// The road of a request: the frame's checks of its arguments (a label the
+// request names its item by gives the node or element, and the kind in place
+// of the position), then the selected format's reader. The mask of a refused
+// request comes back at once and the result is not touched.
+template <typename ASK>
+int32_t REQUEST(const int32_t* motion_code, const int32_t* force_code, const int32_t* output_type,
+                const int32_t* output_subtype, int32_t* node, int32_t* element, int32_t* position,
+                const int32_t* num_time_steps, const int32_t* step, const char* label, int64_t label_length,
+                ASK ask) {
+  tmrdar::REVISION_IDS::REQUEST checked{.MOTION_CODE = VALUE(motion_code),
+                                        .FORCE_CODE = VALUE(force_code),
+                                        .OUTPUT_TYPE = VALUE(output_type),
+                                        .OUTPUT_SUBTYPE = VALUE(output_subtype),
+                                        .NODE = VALUE(node),
+                                        .ELEMENT = VALUE(element),
+                                        .POSITION = VALUE(position),
+                                        .NUM_TIME_STEPS = VALUE(num_time_steps),
+                                        .STEP = VALUE(step)};
+  int32_t mask = 0;
+  tmrdar::REVISION_IDS::PERFORM_ARG_CHECKS(checked, STRING(label, label_length), mask);
+  if (node != nullptr) *node = checked.NODE;
+  if (element != nullptr) *element = checked.ELEMENT;
+  if (position != nullptr) *position = checked.POSITION;
+  if (mask > 0) return mask;
+  tmrdar::header::TIDE3_DATABASE_FILES* db = MODULE(motion_code, force_code);
+  if (db == nullptr) return mask + tmrdar::REVISION_IDS::NO_VERSION;
+  const tmrdar::results::REQUEST_ARGUMENTS request{.OUTPUT_TYPE = checked.OUTPUT_TYPE,
+                                                   .PARAMETER = checked.OUTPUT_SUBTYPE,
+                                                   .NODE = checked.NODE,
+                                                   .ELEMENT = checked.ELEMENT,
+                                                   .LOCATION = checked.POSITION};
+  ask(*db, request, mask);
+  return mask;
 }
 
 }  // namespace
@@ -136,23 +173,36 @@ int32_t GetDistanceAlongRiser(const int32_t* motion_code, const int32_t* force_c
   });
 }
 
-// The results behind the two requests are not read yet: until they are, a job
-// holds no result that these exports could report.
-
-int32_t GetRequestedSingleValue(const int32_t* /*motion_code*/, const int32_t* /*force_code*/,
-                                const int32_t* /*output_type*/, const int32_t* /*output_subtype*/,
-                                int32_t* /*node*/, int32_t* /*element*/, int32_t* /*position*/,
-                                const int32_t* /*num_time_steps*/, const int32_t* /*step*/, float* /*value*/,
-                                const char* /*label*/, int64_t /*label_length*/) {
-  return GUARDED(2048, [] { return 2048; });
+int32_t GetRequestedSingleValue(const int32_t* motion_code, const int32_t* force_code, const int32_t* output_type,
+                                const int32_t* output_subtype, int32_t* node, int32_t* element, int32_t* position,
+                                const int32_t* num_time_steps, const int32_t* step, float* value, const char* label,
+                                int64_t label_length) {
+  return GUARDED(tmrdar::REVISION_IDS::READ_FAILED, [&] {
+    return REQUEST(motion_code, force_code, output_type, output_subtype, node, element, position, num_time_steps,
+                   step, label, label_length, [&](tmrdar::header::TIDE3_DATABASE_FILES& db,
+                                                  const tmrdar::results::REQUEST_ARGUMENTS& request, int32_t& status) {
+                     float result = 0.0F;
+                     tmrdar::results::GETREQUESTEDSINGLEVALUE(db, request, VALUE(step), result, status);
+                     if (value != nullptr) *value = result;
+                   });
+  });
 }
 
-int32_t GetRequestedHistory(const int32_t* /*motion_code*/, const int32_t* /*force_code*/,
-                            const int32_t* /*output_type*/, const int32_t* /*output_subtype*/, int32_t* /*node*/,
-                            int32_t* /*element*/, int32_t* /*position*/, const int32_t* /*num_time_steps*/,
-                            const int32_t* /*count*/, float* /*values*/, const char* /*label*/,
-                            int64_t /*label_length*/) {
-  return GUARDED(2048, [] { return 2048; });
+int32_t GetRequestedHistory(const int32_t* motion_code, const int32_t* force_code, const int32_t* output_type,
+                            const int32_t* output_subtype, int32_t* node, int32_t* element, int32_t* position,
+                            const int32_t* num_time_steps, const int32_t* count, float* values, const char* label,
+                            int64_t label_length) {
+  return GUARDED(tmrdar::REVISION_IDS::READ_FAILED, [&] {
+    return REQUEST(motion_code, force_code, output_type, output_subtype, node, element, position, num_time_steps,
+                   count, label, label_length, [&](tmrdar::header::TIDE3_DATABASE_FILES& db,
+                                                   const tmrdar::results::REQUEST_ARGUMENTS& request, int32_t& status) {
+                     // A null array with steps to fill has nowhere to put them:
+                     // the request then reads nothing.
+                     const int32_t n = VALUE(count);
+                     if (values == nullptr && n > 0) return;
+                     tmrdar::results::GETREQUESTEDHISTORY(db, request, ARRAY(values, n), status);
+                   });
+  });
 }
 
 int32_t GetRequestedHistoryError(const int32_t* mask, const int32_t* length, int32_t* flags) {
