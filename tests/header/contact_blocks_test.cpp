@@ -1,6 +1,8 @@
 // Blocks 33 to 40: contact and installation data read back field by field.
 #include <gtest/gtest.h>
 
+#include "header_test.h"
+
 #include <string>
 #include <vector>
 
@@ -22,23 +24,11 @@ void ADD_NAME(Records& records, const std::string& name) {
 }
 RECORD PIECE(const std::string& text) { return RECORD::TEXT(text + std::string(32 - text.size(), ' ')); }
 
-class ContactBlocks : public ::testing::Test {
+class ContactBlocks : public HEADER_TEST {
  protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-  // Opens the job with the directory entries `dead` set to 0, before the
-  // file's start; true when the open failed.
-  bool OPEN(std::initializer_list<int32_t> dead = {}) {
-    builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
-    for (const int32_t k : dead) image.PUT_INT(2 + (k - 1) / 8, (k - 1) % 8 + 1, 0);
-    EXPECT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
-  }
+  bool OPEN(std::initializer_list<int32_t> dead = {}) { return HEADER_TEST::OPEN(job, dead); }
 
   builder::JOB job;
-  testing::SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
   HEADER_TABLES& t = db.TABLES;
 };
 

@@ -2,6 +2,8 @@
 // contact diameters, the current profile and the target spectrum.
 #include <gtest/gtest.h>
 
+#include "header_test.h"
+
 #include <cmath>
 #include <string>
 #include <vector>
@@ -16,21 +18,7 @@ namespace {
 
 using builder::RECORD;
 
-class SeaBlocks : public ::testing::Test {
- protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-  // Opens the job, with directory entry `unreadable` set to 0 when given.
-  bool OPEN(const builder::JOB& job, int32_t unreadable = 0) {
-    builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
-    if (unreadable > 0) image.PUT_INT(2 + (unreadable - 1) / 8, (unreadable - 1) % 8 + 1, 0);
-    EXPECT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
-  }
-  testing::SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
-};
+class SeaBlocks : public HEADER_TEST {};
 
 // Points 1 to 5 as pairs (distance 10i, height -i), four a record; word 5 of
 // the second record, behind the fifth point, holds a slope of 12.5 degrees.

@@ -2,6 +2,8 @@
 // conditions, read back field by field.
 #include <gtest/gtest.h>
 
+#include "header_test.h"
+
 #include <string>
 #include <tuple>
 #include <vector>
@@ -37,23 +39,11 @@ Records SETS(const std::vector<std::tuple<std::string, int32_t, std::vector<int3
   return records;
 }
 
-class SetBlocks : public ::testing::Test {
+class SetBlocks : public HEADER_TEST {
  protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-  // Opens the job with directory entry `dead` set to 0, before the file's
-  // start; true when the open failed.
-  bool OPEN(int32_t dead = 0) {
-    builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
-    if (dead > 0) image.PUT_INT(2 + (dead - 1) / 8, (dead - 1) % 8 + 1, 0);
-    EXPECT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
-  }
+  bool OPEN(int32_t dead = 0) { return HEADER_TEST::OPEN(job, dead); }
 
   builder::JOB job;
-  testing::SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
   HEADER_TABLES& t = db.TABLES;
 };
 

@@ -2,6 +2,8 @@
 // translated from file numbers to node rows.
 #include <gtest/gtest.h>
 
+#include "header_test.h"
+
 #include <algorithm>
 #include <bit>
 #include <random>
@@ -18,22 +20,7 @@ namespace {
 
 using builder::RECORD;
 
-class StructureBlocks : public ::testing::Test {
- protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-  // Opens the job, with directory entry `unreadable` of the motion file set
-  // to 0 (an address before the file) when given; true when the open failed.
-  bool OPEN(const builder::JOB& job, int32_t unreadable = 0) {
-    builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
-    if (unreadable > 0) image.PUT_INT(2 + (unreadable - 1) / 8, (unreadable - 1) % 8 + 1, 0);
-    EXPECT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
-  }
-  testing::SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
-};
+class StructureBlocks : public HEADER_TEST {};
 
 // The three records of element i, ends given by file number.
 void ADD_ELEMENT(builder::JOB& job, int32_t i, int32_t first, int32_t second, float length) {

@@ -1,0 +1,38 @@
+// The fixture of the reader's block tests: a scratch folder, the reader of
+// the directory format, and the open of a job whose directory entries may be
+// made unreadable.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+
+#include "builder/job.h"
+#include "header/tide3_database_files.h"
+#include "support/scratch_dir.h"
+
+namespace tmrdar::header {
+
+class HEADER_TEST : public ::testing::Test {
+ protected:
+  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
+
+  // Writes the job's motion file with the directory entries `dead` set to 0,
+  // an address before the file, and opens it; true when the open failed.
+  bool OPEN(const builder::JOB& job, std::initializer_list<int32_t> dead) {
+    builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
+    for (const int32_t k : dead) image.PUT_INT(2 + (k - 1) / 8, (k - 1) % 8 + 1, 0);
+    EXPECT_TRUE(image.WRITE(dir.FILE("job.dbm")));
+    bool failed = false;
+    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    return failed;
+  }
+  bool OPEN(const builder::JOB& job, int32_t dead = 0) {
+    return dead > 0 ? OPEN(job, {dead}) : OPEN(job, std::initializer_list<int32_t>{});
+  }
+
+  testing::SCRATCH_DIR dir;
+  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
+};
+
+}  // namespace tmrdar::header
