@@ -2,7 +2,7 @@
 // tables.
 #include <vector>
 
-#include "model_queries/misc.h"
+#include "model_queries/membership.h"
 #include "model_queries/open_job.h"
 
 namespace tmrdar::model_queries {
@@ -62,20 +62,20 @@ TEST(Misc, MembershipPredicates) {
   // with row 2 only in column 2 and the number 30 standing in the table too.
   const std::vector<int32_t> nodes{1, 2, 3, 30, 7, 12};
   const std::vector<int32_t> pairs{1, 1, 30, 2};
-  EXPECT_EQ(MISC::IS_NODE_IN_DATABASE(7, 3, 2, 99, nodes, pairs), MISC::LOGICAL_TRUE);
-  EXPECT_EQ(MISC::IS_NODE_IN_DATABASE(12, 3, 2, 0, nodes, pairs), MISC::LOGICAL_FALSE) << "row 3 is in no pair";
-  EXPECT_EQ(MISC::IS_NODE_IN_DATABASE(2, 3, 2, 0, nodes, pairs), MISC::LOGICAL_FALSE) << "a file number";
-  EXPECT_EQ(MISC::IS_NODE_IN_DATABASE(7, 3, 0, 0, nodes, pairs), MISC::LOGICAL_FALSE) << "no pairs";
+  EXPECT_EQ(MEMBERSHIP::IS_NODE_IN_DATABASE(7, 3, 2, 99, nodes, pairs), MEMBERSHIP::LOGICAL_TRUE);
+  EXPECT_EQ(MEMBERSHIP::IS_NODE_IN_DATABASE(12, 3, 2, 0, nodes, pairs), MEMBERSHIP::LOGICAL_FALSE) << "row 3 is in no pair";
+  EXPECT_EQ(MEMBERSHIP::IS_NODE_IN_DATABASE(2, 3, 2, 0, nodes, pairs), MEMBERSHIP::LOGICAL_FALSE) << "a file number";
+  EXPECT_EQ(MEMBERSHIP::IS_NODE_IN_DATABASE(7, 3, 0, 0, nodes, pairs), MEMBERSHIP::LOGICAL_FALSE) << "no pairs";
 
   const std::vector<int32_t> elements{4, 5, 6, 40, 50, 60};
-  EXPECT_EQ(MISC::IS_ELEMENT_IN_DATABASE(50, elements, 3), MISC::LOGICAL_TRUE);
-  EXPECT_EQ(MISC::IS_ELEMENT_IN_DATABASE(5, elements, 3), MISC::LOGICAL_FALSE) << "column 1 is not looked at";
-  EXPECT_EQ(MISC::IS_ELEMENT_IN_DATABASE(50, elements, 0), MISC::LOGICAL_FALSE);
+  EXPECT_EQ(MEMBERSHIP::IS_ELEMENT_IN_DATABASE(50, elements, 3), MEMBERSHIP::LOGICAL_TRUE);
+  EXPECT_EQ(MEMBERSHIP::IS_ELEMENT_IN_DATABASE(5, elements, 3), MEMBERSHIP::LOGICAL_FALSE) << "column 1 is not looked at";
+  EXPECT_EQ(MEMBERSHIP::IS_ELEMENT_IN_DATABASE(50, elements, 0), MEMBERSHIP::LOGICAL_FALSE);
 
   const std::vector<int32_t> set{8, 3, 9, 3};
-  EXPECT_EQ(MISC::ELEM_IN_SET(3, set, 4), 2);
-  EXPECT_EQ(MISC::ELEM_IN_SET(9, set, 2), 0) << "beyond the length given";
-  EXPECT_EQ(MISC::ELEM_IN_SET(3, {}, 5), 0) << "nothing read past the list";
+  EXPECT_EQ(MEMBERSHIP::ELEM_IN_SET(3, set, 4), 2);
+  EXPECT_EQ(MEMBERSHIP::ELEM_IN_SET(9, set, 2), 0) << "beyond the length given";
+  EXPECT_EQ(MEMBERSHIP::ELEM_IN_SET(3, {}, 5), 0) << "nothing read past the list";
 }
 
 }  // namespace

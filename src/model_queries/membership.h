@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-namespace tmrdar::MISC {
+namespace tmrdar::MEMBERSHIP {
 
 // Logical results: all bits set for true, none for false; callers test bit 0.
 inline constexpr int32_t LOGICAL_TRUE = -1;
@@ -30,4 +30,4 @@ int32_t IS_ELEMENT_IN_DATABASE(int32_t element, std::span<const int32_t> table, 
 // list, 0 when there is none.
 int32_t ELEM_IN_SET(int32_t element, std::span<const int32_t> list, int32_t m);
 
-}  // namespace tmrdar::MISC
+}  // namespace tmrdar::MEMBERSHIP

@@ -1,8 +1,8 @@
-#include "model_queries/misc.h"
+#include "model_queries/membership.h"
 
 #include <algorithm>
 
-namespace tmrdar::MISC {
+namespace tmrdar::MEMBERSHIP {
 namespace {
 
 // Entry `index` (from 0) of a table, where it has one.
@@ -38,4 +38,4 @@ int32_t ELEM_IN_SET(int32_t element, std::span<const int32_t> list, int32_t m) {
   return static_cast<int32_t>(FIRST_ROW(list, m, 1, element));
 }
 
-}  // namespace tmrdar::MISC
+}  // namespace tmrdar::MEMBERSHIP
