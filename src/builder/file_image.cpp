@@ -87,6 +87,22 @@ void FILE_IMAGE::PUT_WORD(int64_t r, int word, T value) {
 void FILE_IMAGE::PUT_INT(int64_t r, int word, int32_t value) { PUT_WORD(r, word, value); }
 void FILE_IMAGE::PUT_REAL(int64_t r, int word, float value) { PUT_WORD(r, word, value); }
 
+void FILE_IMAGE::PUT_REALS(int64_t r, std::span<const float> words) {
+  if (r < 0) throw std::out_of_range("records count from 0");
+  const auto first = static_cast<std::size_t>(r) * RECORD_BYTES;
+  const std::size_t end = first + 4 * words.size();
+  if (bytes_.size() < end) bytes_.resize(end);
+  std::byte* target = bytes_.data() + first;
+  if constexpr (std::endian::native == std::endian::little) {
+    if (!words.empty()) std::memcpy(target, words.data(), 4 * words.size());
+  } else {
+    for (const float word : words) {
+      STORE_LITTLE_ENDIAN(target, word);
+      target += 4;
+    }
+  }
+}
+
 void FILE_IMAGE::TRUNCATE(std::size_t bytes) {
   if (bytes < bytes_.size()) bytes_.resize(bytes);
 }

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,9 @@ class FILE_IMAGE {
   // Sets one word (from 1) of 0-based record r, growing the image as needed.
   void PUT_INT(int64_t r, int word, int32_t value);
   void PUT_REAL(int64_t r, int word, float value);
+  // Sets consecutive words from word 1 of 0-based record r on, as many as
+  // `words` holds, growing the image as needed.
+  void PUT_REALS(int64_t r, std::span<const float> words);
   // Grows the image with zero bytes to at least this many records.
   void EXTEND_TO(int64_t records);
   // Cuts the image to this many bytes.

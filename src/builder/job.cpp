@@ -9,12 +9,6 @@ using MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES;
 
 namespace {
 
-// Records of a section of n words in a frame: n rounded to a 32-bit real,
-// times an eighth in 32-bit arithmetic, truncated, plus one.
-int64_t SECTION(int64_t n) { return static_cast<int64_t>(static_cast<float>(n) * 0.125F) + 1; }
-// A section present by a flag of 0 or 1 takes the flag times its records.
-int64_t FLAGGED(int32_t flag, int64_t records) { return flag * records; }
-
 // Blocks 2 to 15 and 48 from the run control values, word by word.
 std::map<int32_t, std::vector<RECORD>> RUN_CONTROL_BLOCKS(const JOB& job) {
   const header::HEADER_VARIABLES v = job.WRITTEN_RUN();
@@ -124,44 +118,6 @@ MOD_COMMON_DATABASE::BLOCK_COUNTS JOB::LAYOUT_COUNTS() const {
   return counts;
 }
 
-int64_t JOB::MOTION_FRAME_RECORDS() const {
-  const header::HEADER_VARIABLES v = COUNTED_RUN();
-  const std::array<int32_t, 19>& f = v.OUTPUT_FLAGS;
-  const int64_t nodal = SECTION(int64_t{v.NUM_NODES} * v.DOFS_PER_NODE);
-  int64_t records = FLAGGED(f[0], nodal) + FLAGGED(f[1], nodal) + FLAGGED(f[2], nodal);
-  if (v.NUM_GUIDE_SURFACES > 0) records += SECTION(9 * int64_t{v.NUM_GUIDE_SURFACES});
-  if (v.NUM_ZERO_GAP_GUIDES > 0) records += SECTION(6 * int64_t{v.NUM_ZERO_GAP_GUIDES});
-  records += SECTION(8 * int64_t{v.NUM_NODES});                           // node contact
-  if (v.NUM_CLASH_PAIRS > 0) records += SECTION(v.NUM_CLASH_PAIRS);       // clashing
-  records += SECTION(int64_t{v.NUM_AUX_NODES} * v.DOFS_PER_NODE);         // auxiliary nodes
-  records += 1;                                                           // step record
-  records += v.NUM_VESSELS;                                               // one a vessel
-  records += 2 * (int64_t{v.TAIL_PAIR_COUNT_A} + v.TAIL_PAIR_COUNT_B);    // two-record items
-  records += int64_t{v.AUX_ELEMENT_RESULT_SETS} *
-             static_cast<int64_t>(static_cast<double>(v.NUM_AUX_ELEMENTS) * 0.125 + 1.0);
-  return records;
-}
-
-int64_t JOB::FORCE_FRAME_RECORDS() const {
-  const header::HEADER_VARIABLES v = COUNTED_RUN();
-  const std::array<int32_t, 19>& f = v.OUTPUT_FLAGS;
-  const int64_t element = SECTION(3 * int64_t{v.NUM_ELEMENTS});
-  int64_t records = FLAGGED(f[3], SECTION(int64_t{v.NUM_BOUNDARY_CONDITIONS} * v.DOFS_PER_NODE));
-  for (std::size_t k = 4; k < 14; ++k) records += FLAGGED(f[k], element);  // flags 5 to 14
-  if (v.NUM_GUIDE_SURFACES > 0) records += FLAGGED(f[3], SECTION(3 * int64_t{v.NUM_GUIDE_SURFACES}));
-  if (v.NUM_ZERO_GAP_GUIDES > 0) records += FLAGGED(f[3], SECTION(3 * int64_t{v.NUM_ZERO_GAP_GUIDES}));
-  if (v.NUM_PIP_CONNECTIONS > 0) records += FLAGGED(f[3], SECTION(3 * int64_t{v.NUM_PIP_CONNECTIONS}));
-  if (v.NUM_CLASH_PAIRS > 0) records += FLAGGED(f[3], SECTION(2 * int64_t{v.NUM_CLASH_PAIRS}));
-  records += FLAGGED(f[14], element);                                   // temperatures
-  records += FLAGGED(f[15], SECTION(6 * int64_t{v.NUM_ELEMENTS}));      // pressures
-  records += FLAGGED(f[17], 3 * element) + FLAGGED(f[18], 2 * element);  // flags 18 and 19
-  records += 1;
-  records += FLAGGED(f[16], SECTION(v.NUM_ELEMENTS));                   // flag 17
-  records += 1;                                                         // step record
-  records += v.NUM_DAMPER_ELEMENTS;                                     // one a damper
-  return records;
-}
-
 header::HEADER_VARIABLES JOB::WRITTEN_RUN() const {
   header::HEADER_VARIABLES v = COUNTED_RUN();
   if (v.RESULT_START_RECORD != 0) return v;
@@ -228,26 +184,14 @@ FILE_IMAGE JOB::IMAGE(FILE_KIND kind) const {
   }
   // The header ends before the first record behind it (1-based `total`).
   image.EXTEND_TO(total - 1);
-  if (RUN.RESULT_START_RECORD != 0) return image;
-
-  // The frames: each step's record stands behind the sections of its frame
-  // and ahead of the frame's tail (vessels, two-record items and auxiliary
-  // element sets of a motion frame; damper records of a force frame).
-  const bool motion = kind == FILE_KIND::MOTION;
-  const int64_t frame_records = motion ? MOTION_FRAME_RECORDS() : FORCE_FRAME_RECORDS();
-  const int64_t tail = motion ? v.NUM_VESSELS + 2 * (int64_t{v.TAIL_PAIR_COUNT_A} + v.TAIL_PAIR_COUNT_B) +
-                                    int64_t{v.AUX_ELEMENT_RESULT_SETS} *
-                                        static_cast<int64_t>(static_cast<double>(v.NUM_AUX_ELEMENTS) * 0.125 + 1.0)
-                              : int64_t{v.NUM_DAMPER_ELEMENTS};
-  for (int32_t n = 1; n <= v.NUM_TIME_STEPS; ++n) {
-    const int64_t frame = (total - 1) + (n - 1) * frame_records;  // 0-based first record
-    const int64_t step_record = frame + frame_records - tail - 1;
-    const float time = static_cast<std::size_t>(n) <= STEP_TIMES.size()
-                           ? STEP_TIMES[static_cast<std::size_t>(n - 1)]
-                           : static_cast<float>(n) * TIME_STEP;
-    image.PUT_REAL(step_record, 1, time);
-    image.EXTEND_TO(frame + frame_records);
+  if (RUN.RESULT_START_RECORD != 0) {
+    for (const auto& set : RESULTS.ALL()) {
+      if (set.first.FILE() == kind) throw std::invalid_argument("frame values are set, and no frames are written");
+    }
+    return image;
   }
+
+  PUT_FRAMES(image, kind, total - 1);
   return image;
 }
 

@@ -34,10 +34,12 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "builder/file_image.h"
+#include "builder/frames.h"
 #include "builder/model.h"
 #include "header/common_database.h"
 #include "header/tide3_database_files.h"
@@ -56,8 +58,6 @@ struct DATABASE_FILE_DESCRIPTION {
   bool PRESENT = true;
   FIRST_RECORD FIRST;
 };
-
-enum class FILE_KIND { MOTION, FORCE };
 
 struct JOB {
   JOB();
@@ -85,18 +85,47 @@ struct JOB {
   // stands in place of what the job would write there.
   std::map<int32_t, std::vector<RECORD>> BLOCKS;
 
-  // Result frames, one a step in each file, behind the header. Step n's time
-  // is STEP_TIMES[n - 1], or n * TIME_STEP where the list has none. Unless
-  // RUN.RESULT_START_RECORD is set, the files are written with the frames
-  // laid out section by section, and the step layout of block 3 (start
-  // record, step sizes, no offsets) is that of the frames written; with it
-  // set, block 3 holds RUN's values and no frames are written.
+  // Result frames, one a step in each file, behind the header, laid out
+  // section by section (see frames.h). Unless RUN.RESULT_START_RECORD is
+  // set, the files are written with their frames, and the step layout of
+  // block 3 (start record, step sizes, no offsets) is that of the frames
+  // written; with it set, block 3 holds RUN's values and no frames are
+  // written.
+  //
+  // What a frame word holds, the first that has something to say:
+  //   RESULTS      values set word by word,
+  //                  job.RESULTS.SET(SECTION_KIND::DISPLACEMENT, 7, 3, 2, 1.25F);
+  //   FRAME_VALUE  a function of the word, called for every word of every
+  //                frame, that gives a value or nothing,
+  //   the step time, component 1 of each step record: STEP_TIMES[n - 1] for
+  //                step n, or n * TIME_STEP where the list has none,
+  //   DEFAULT_VALUE(file, step, offset, frame words): a value of its own.
+  // A value set for a word that the frames do not hold makes IMAGE throw.
+  FRAME_VALUES RESULTS;
+  FRAME_FUNCTION FRAME_VALUE;
   std::vector<float> STEP_TIMES;
   float TIME_STEP = 0.1F;
 
-  // The records of one frame of each file, section by section.
+  // The sections of one frame of the file for the counted run.
+  FRAME_LAYOUT FRAME_SECTIONS(FILE_KIND kind) const;
+  // The records of one frame of each file.
   int64_t MOTION_FRAME_RECORDS() const;
   int64_t FORCE_FRAME_RECORDS() const;
+  // The time written for step n.
+  float STEP_TIME(int32_t step) const;
+  // The value that the builder writes at the word. Throws std::out_of_range
+  // for a word that the frames do not hold.
+  float VALUE(const FRAME_WORD& word) const;
+  // The 1-based number of the word in its file, as a reader counts words;
+  // any step is placed, as the frames would continue either way. Throws
+  // std::out_of_range for a word outside its section or no frames written.
+  int64_t WORD_NUMBER(const FRAME_WORD& word) const;
+  // The word whose default value this is (the file by its sign), or nothing
+  // for a value that no word of the frames takes by default.
+  std::optional<FRAME_WORD> WORD_OF_DEFAULT(float value) const;
+  // Writes the frames of the file from 0-based record `first_record` on.
+  void PUT_FRAMES(FILE_IMAGE& image, FILE_KIND kind, int64_t first_record) const;
+
   // RUN with the counts that the model sets where RUN leaves them at 0.
   header::HEADER_VARIABLES COUNTED_RUN() const;
   // The run control values as written: the counted run, with the step
