@@ -1,23 +1,41 @@
 // Writes the sample job: the motion and force files of a steel catenary riser
 // in 200 m of water, hung off 10 m below the surface and resting on a gently
 // falling seabed, with 100 output steps over one period of a regular wave.
+//
+// The frames hold what such a riser does in the wave: the hang-off heaves
+// and surges with the vessel and the motion dies out towards touchdown; the
+// tension grows with height above touchdown and the bending moment peaks at
+// touchdown, both breathing with the wave; the ends carry the riser's
+// weight and its horizontal pull. Every other word of the frames is 0.
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <exception>
+#include <numbers>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "builder/job.h"
 
 namespace {
 
+using tmrdar::builder::FRAME_WORD;
 using tmrdar::builder::JOB;
 using tmrdar::builder::MODEL;
+using tmrdar::builder::SECTION_KIND;
 
 constexpr int32_t ELEMENTS = 60;
 constexpr double WATER_DEPTH = 200.0;
 constexpr double HANG_OFF_DEPTH = 10.0;
 constexpr double CATENARY_PARAMETER = 100.0;  // horizontal tension over weight a length, m
 constexpr float OUTER_DIAMETER = 0.3556F;     // 14 inch pipe
+constexpr double SUBMERGED_WEIGHT = 1.2;      // kN/m
+constexpr double BENDING_STIFFNESS = 6.17e4;  // kN m^2
+constexpr double HEAVE = 0.9;                 // amplitudes of the hang-off's motion, m
+constexpr double SURGE = 0.6;
+constexpr double PITCH = 0.02;                // rad
+constexpr double DYNAMIC_TENSION = 35.0;      // kN at the hang-off
 
 // The riser hangs as a catenary from the hang-off (node 1) down to the
 // touchdown point (the last node), the nodes evenly spaced along its length.
@@ -57,6 +75,102 @@ void ADD_RISER(MODEL& model) {
     model.CONTACT_DIAMETERS.push_back(OUTER_DIAMETER);
   }
 }
+
+// The riser's results at time t. Components of a node entry: 1 the
+// vertical coordinate, 2 and 3 the horizontal ones, 4 to 6 rotations; of a
+// reaction: the force in the same order, then the moments. Forces in kN,
+// moments in kN m.
+class RISER_RESULTS {
+ public:
+  explicit RISER_RESULTS(const JOB& job) : job_(job) {
+    const double a = CATENARY_PARAMETER;
+    const double span = a * std::acosh(1.0 + (WATER_DEPTH - HANG_OFF_DEPTH) / a);
+    length_ = a * std::sinh(span / a);
+    for (const auto& h : job.MODEL.WAVE_HARMONICS) waves_.push_back(h);
+  }
+
+  std::optional<float> operator()(const FRAME_WORD& w) const {
+    const double t = job_.STEP_TIME(w.STEP);
+    switch (w.SECTION) {
+      case SECTION_KIND::DISPLACEMENT: return NODE(w, t, false);
+      case SECTION_KIND::VELOCITY: return NODE(w, t, true);
+      case SECTION_KIND::REACTION: return REACTION(w, t);
+      case SECTION_KIND::ELEMENT_9:
+      case SECTION_KIND::ELEMENT_10: return ELEMENT(w, t);
+      case SECTION_KIND::MOTION_STEP_RECORD:
+      case SECTION_KIND::FORCE_STEP_RECORD:
+        if (w.COMPONENT == tmrdar::builder::STEP_WORD::TIME) return std::nullopt;  // the step time stays
+        if (w.COMPONENT == tmrdar::builder::STEP_WORD::SURFACE_ELEVATION) return static_cast<float>(ELEVATION(t));
+        return 0.0F;
+      default: return 0.0F;
+    }
+  }
+
+ private:
+  static constexpr double OMEGA = 2.0 * std::numbers::pi / 10.0;  // the wave's 10 s
+
+  // Arc length above touchdown of node n, and its share of the hang-off's motion.
+  double ARC(double n) const { return length_ * (ELEMENTS + 1 - n) / ELEMENTS; }
+  double SHARE(double s) const { return std::pow(s / length_, 1.5); }
+
+  // The sea surface at the hang-off, from the wave's harmonics: amplitude,
+  // period and phase.
+  double ELEVATION(double t) const {
+    double eta = 0.0;
+    for (const auto& h : waves_) eta += h[0] * std::cos(2.0 * std::numbers::pi * t / h[1] - h[2]);
+    return eta;
+  }
+
+  std::optional<float> NODE(const FRAME_WORD& w, double t, bool velocity) const {
+    if (w.ENTRY > ELEMENTS + 1) return 0.0F;
+    const auto& node = job_.MODEL.NODES[static_cast<std::size_t>(w.ENTRY - 1)];
+    const double f = SHARE(ARC(static_cast<double>(w.ENTRY)));
+    const double c = std::cos(OMEGA * t);
+    const double s = std::sin(OMEGA * t);
+    double value = 0.0;
+    switch (w.COMPONENT) {
+      case 1: value = velocity ? -HEAVE * f * OMEGA * s : node.Z + HEAVE * f * c; break;
+      case 2: value = velocity ? SURGE * f * OMEGA * c : node.X + SURGE * f * s; break;
+      case 5: value = velocity ? PITCH * f * OMEGA * c : PITCH * f * s; break;
+      default: break;
+    }
+    return static_cast<float>(value);
+  }
+
+  // Effective tension (the first element section) and bending moment (the
+  // second) at the element's ends and middle, locations 1 to 3 from its
+  // upper node.
+  std::optional<float> ELEMENT(const FRAME_WORD& w, double t) const {
+    if (w.ENTRY > ELEMENTS) return 0.0F;
+    const double a = CATENARY_PARAMETER;
+    const double s = ARC(static_cast<double>(w.ENTRY) + 0.5 * (w.COMPONENT - 1));
+    const double c = std::cos(OMEGA * t);
+    if (w.SECTION == SECTION_KIND::ELEMENT_9) {
+      return static_cast<float>(SUBMERGED_WEIGHT * std::sqrt(a * a + s * s) + DYNAMIC_TENSION * SHARE(s) * c);
+    }
+    const double curvature = a / (a * a + s * s);
+    return static_cast<float>(BENDING_STIFFNESS * curvature * (1.0 + 0.1 * (1.0 - s / length_) * std::sin(OMEGA * t)));
+  }
+
+  // The hang-off (boundary condition 1) holds the weight of the suspended
+  // length and pulls towards the vessel; the anchor at touchdown takes the
+  // horizontal pull alone.
+  std::optional<float> REACTION(const FRAME_WORD& w, double t) const {
+    const double horizontal = SUBMERGED_WEIGHT * CATENARY_PARAMETER;
+    const double dynamic = DYNAMIC_TENSION * std::cos(OMEGA * t);
+    const double top_angle = std::atan(length_ / CATENARY_PARAMETER);
+    if (w.ENTRY == 1 && w.COMPONENT == 1) {
+      return static_cast<float>(SUBMERGED_WEIGHT * length_ + dynamic * std::sin(top_angle));
+    }
+    if (w.ENTRY == 1 && w.COMPONENT == 2) return static_cast<float>(-horizontal - dynamic * std::cos(top_angle));
+    if (w.ENTRY == 2 && w.COMPONENT == 2) return static_cast<float>(horizontal + 0.2 * dynamic * std::cos(top_angle));
+    return 0.0F;
+  }
+
+  const JOB& job_;
+  double length_ = 0.0;
+  std::vector<std::array<float, 5>> waves_;
+};
 
 }  // namespace
 
@@ -101,6 +215,9 @@ int main(int argc, char** argv) {
     model.LABELS = {{"Hang-off", 1, 1}, {"Touchdown", ELEMENTS, 2}};
     model.BOUNDARY_CONDITIONS = {1, ELEMENTS + 1};  // the hang-off and the anchor at touchdown
     model.CURRENT_PROFILE = {{0.0F, 0.8F, 90.0F}, {-50.0F, 0.5F, 90.0F}, {-200.0F, 0.1F, 90.0F}};
+    // The results of every frame, from the model above.
+    const RISER_RESULTS results(job);
+    job.FRAME_VALUE = [&results](const FRAME_WORD& w) { return results(w); };
     job.WRITE(argv[1]);
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "tmrdar_sample_job: %s\n", failure.what());
