@@ -1,0 +1,289 @@
+// The C++ interface over the shared library: opening and closing a job, the
+// model queries and requests it answers, and the words of every failure.
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/scratch_dir.h"
+#include "tmrdar/tmrdar.hpp"
+#include "tools/small_job.h"
+
+namespace {
+
+using tmrdar::testing::SMALL_JOB;
+using builder_job = tmrdar::builder::JOB;
+using tmrdar::FAILURE;
+using tmrdar::REQUEST;
+using tmrdar::builder::SECTION_KIND;
+namespace KIND = tmrdar::KIND;
+namespace POSITION = tmrdar::POSITION;
+namespace TYPE = tmrdar::OUTPUT_TYPE;
+
+REQUEST ASK(int32_t type, int32_t subtype, int32_t node = 0, int32_t element = 0, int32_t position = 1,
+            std::string label = "") {
+  REQUEST request;
+  request.OUTPUT_TYPE = type;
+  request.SUBTYPE = subtype;
+  request.NODE = node;
+  request.ELEMENT = element;
+  request.POSITION = position;
+  request.LABEL = std::move(label);
+  return request;
+}
+
+// The FAILURE that `call` throws, or a test failure.
+template <typename CALL>
+std::pair<int32_t, std::string> FAILURE_OF(CALL call) {
+  try {
+    call();
+  } catch (const FAILURE& failure) {
+    return {failure.CODE(), failure.what()};
+  }
+  ADD_FAILURE() << "nothing was thrown";
+  return {0, ""};
+}
+
+class CppInterface : public ::testing::Test {
+ protected:
+  tmrdar::JOB OPEN_SMALL(builder_job job = SMALL_JOB()) {
+    job.WRITE(dir.FILE("small"));
+    return tmrdar::JOB(dir.FILE("small.dbf"));
+  }
+  tmrdar::testing::SCRATCH_DIR dir;
+};
+
+TEST_F(CppInterface, OpensOneJobAtATimeAndClosesItWhenItGoesOutOfScope) {
+  {
+    tmrdar::JOB sample(TMRDAR_SAMPLE_JOB);
+    EXPECT_EQ(sample.CODES().MOTION, 13);
+    EXPECT_EQ(sample.CODES().FORCE, 13);
+    EXPECT_EQ(sample.DIMENSIONS().NUM_ELEMENTS, 60);
+    EXPECT_EQ(sample.DIMENSIONS().NUM_NODES, 61);
+    EXPECT_EQ(sample.DETAILS().TITLE, "Sample catenary riser in a regular wave");
+    const auto [code, text] = FAILURE_OF([] { tmrdar::JOB second(TMRDAR_SAMPLE_JOB); });
+    EXPECT_EQ(text, "another job is open: the library holds one job at a time");
+    EXPECT_EQ(sample.NODE(1).ROW, 1) << "the first job stays open";
+
+    tmrdar::JOB moved = std::move(sample);
+    EXPECT_FALSE(sample.IS_OPEN());
+    EXPECT_EQ(FAILURE_OF([&] { sample.NODE(1); }), std::make_pair(0, std::string("the job is not open")));
+    EXPECT_EQ(moved.NODE(61).ROW, 61);
+  }
+  tmrdar::JOB again = OPEN_SMALL();
+  EXPECT_EQ(again.DIMENSIONS().NUM_TIME_STEPS, 3);
+  again.CLOSE();
+  EXPECT_FALSE(again.IS_OPEN());
+  EXPECT_EQ(FAILURE_OF([&] { again.DISTANCE(5); }).second, "the job " + dir.FILE("small.dbf") + " is not open");
+  tmrdar::JOB third(TMRDAR_SAMPLE_JOB);
+  EXPECT_TRUE(third.IS_OPEN());
+}
+
+TEST_F(CppInterface, SaysWhyAJobCannotBeOpened) {
+  const std::string missing = dir.FILE("missing");
+  EXPECT_EQ(FAILURE_OF([&] { tmrdar::JOB job(missing); }),
+            std::make_pair(-3, "no database files found for " + missing + " (looked for .dbm and .dbf)"));
+  EXPECT_EQ(FAILURE_OF([] { tmrdar::JOB job("   "); }), std::make_pair(-1, std::string("the job path is blank")));
+
+  dir.WRITE("empty.dbm", "");
+  EXPECT_EQ(FAILURE_OF([&] { tmrdar::JOB job(dir.FILE("empty")); }).second,
+            "no usable database in " + dir.FILE("empty") +
+                ": the motion database cannot be read, and the force database does not exist");
+
+  builder_job mixed;
+  mixed.FORCE.FIRST.DATABASE_VERSION = 11;
+  mixed.WRITE(dir.FILE("mixed"));
+  EXPECT_EQ(FAILURE_OF([&] { tmrdar::JOB job(dir.FILE("mixed")); }).second,
+            "no usable database in " + dir.FILE("mixed") +
+                ": the motion database (version code 13) and the force database (version code 11) are of "
+                "different formats");
+  EXPECT_TRUE(OPEN_SMALL().IS_OPEN()) << "a failed open leaves the library free";
+}
+
+TEST_F(CppInterface, NodesElementsDistancesAndCurvesAsStructs) {
+  const tmrdar::JOB job = OPEN_SMALL();
+  const tmrdar::NODE_PROPERTIES node = job.NODE(30);
+  EXPECT_EQ(node.ROW, 2);
+  EXPECT_EQ(node.COORDINATES, (std::array<float, 3>{4.0F, 5.0F, 6.0F}));
+  EXPECT_EQ(job.NODE(102, KIND::AUXILIARY).COORDINATES, (std::array<float, 3>{0.0F, 0.0F, -0.75F}));
+
+  const tmrdar::ELEMENT_PROPERTIES e = job.ELEMENT(7);
+  EXPECT_EQ(e.ROW, 1);
+  EXPECT_EQ(e.NODES, (std::array<int32_t, 2>{10, 30}));
+  EXPECT_EQ(std::make_tuple(e.A8, e.B5, e.SECTION_2, e.SECTION_4), std::make_tuple(8, 55, -12, 14));
+  EXPECT_EQ(e.LENGTH, 2.5F);
+  EXPECT_EQ(e.EXTERNAL_FLUID, (std::array<float, 3>{1025.0F, 0.5F, 0.0F}));
+  EXPECT_EQ(e.B1_TO_B4, (std::array<float, 4>{1.25F, 2.25F, 3.25F, 4.25F}));
+  EXPECT_EQ(std::make_tuple(e.SECTION_3, e.A6, e.A7, e.C1), std::make_tuple(13.5F, 6.5F, 7.5F, 9.5F));
+  EXPECT_EQ(e.B6_TO_B8, (std::array<float, 3>{6.25F, 7.25F, 8.25F}));
+
+  // A negative number of kind 0 is the auxiliary element of that number.
+  for (const auto& aux : {job.ELEMENT(-3), job.ELEMENT(3, KIND::AUXILIARY)}) {
+    EXPECT_EQ(std::make_tuple(aux.KIND, aux.NUMBER, aux.ROW, aux.A8), std::make_tuple(KIND::AUXILIARY, 3, 1, 77));
+    EXPECT_EQ(aux.NODES, (std::array<int32_t, 2>{102, 101}));
+    EXPECT_EQ(aux.LENGTH, -1.0F) << "an auxiliary element keeps the marks";
+  }
+
+  EXPECT_EQ(job.DISTANCE(7, POSITION::MIDDLE), 1.25F);
+  EXPECT_EQ(job.DISTANCE(5, POSITION::START), 2.5F);
+  EXPECT_EQ(job.DISTANCE(5, POSITION::END), 4.0F);
+
+  const std::vector<tmrdar::CURVE_POINT> curve = job.CURVE(4);
+  ASSERT_EQ(curve.size(), 3U);
+  EXPECT_EQ(curve[1].FIRST, 0.001F);
+  EXPECT_EQ(curve[2].SECOND, 350.0F);
+
+  const std::vector<std::pair<std::pair<int32_t, std::string>, std::pair<int32_t, std::string>>> failures{
+      {FAILURE_OF([&] { job.NODE(99); }), {0, "node 99 is not in the database"}},
+      {FAILURE_OF([&] { job.NODE(10, KIND::AUXILIARY); }), {0, "auxiliary node 10 is not in the database"}},
+      {FAILURE_OF([&] { job.NODE(10, 2); }), {-2, "node kind 2 is neither 0 nor 1"}},
+      {FAILURE_OF([&] { job.ELEMENT(8); }), {-1, "element 8 is not in the database"}},
+      {FAILURE_OF([&] { job.ELEMENT(-8); }), {-1, "auxiliary element 8 is not in the database"}},
+      {FAILURE_OF([&] { job.ELEMENT(7, 5); }), {-3, "element kind 5 is neither 0 nor 1"}},
+      {FAILURE_OF([&] { job.DISTANCE(5, 4); }),
+       {-2, "position 4 is not 1, 2 or 3 (start, middle or end of the element)"}},
+      {FAILURE_OF([&] { job.DISTANCE(-3); }),
+       {-1, "element -3 has no place along the riser: only elements of the structure, numbered from 1, have one"}},
+      {FAILURE_OF([&] { job.DISTANCE(6); }), {-1, "element 6 is not in the database"}},
+      {FAILURE_OF([&] { job.CURVE(5); }), {-5, "stress-strain curve 5 is not in the database"}},
+      {FAILURE_OF([&] { job.CURVE(9); }),
+       {50, "stress-strain curve 9 claims 50 points, but the table has only 4 rows"}},
+  };
+  for (const auto& [got, expected] : failures) EXPECT_EQ(got, expected);
+}
+
+TEST_F(CppInterface, ListsFindEveryRowWhoseNumberIsAskedFor) {
+  const tmrdar::JOB job = OPEN_SMALL();
+  const auto numbers = [](const auto& items) {
+    std::vector<int32_t> found;
+    for (const auto& item : items) found.push_back(item.NUMBER);
+    return found;
+  };
+  const tmrdar::NODE_LIST nodes = job.LIST_NODES();
+  EXPECT_EQ(numbers(nodes.NODES), (std::vector<int32_t>{10, 30, 20, 4000})) << "in row order";
+  EXPECT_EQ(nodes.UNLISTED_ROWS, 0);
+  EXPECT_EQ(nodes.NODES[3].COORDINATES[0], -1.0F);
+  // The elements' ends name three nodes; the fourth lies beyond the numbers asked.
+  const tmrdar::NODE_LIST few = job.LIST_NODES(KIND::STRUCTURE, 3999);
+  EXPECT_EQ(numbers(few.NODES), (std::vector<int32_t>{10, 30, 20}));
+  EXPECT_EQ(few.UNLISTED_ROWS, 1);
+  EXPECT_EQ(numbers(job.LIST_NODES(KIND::AUXILIARY).NODES), (std::vector<int32_t>{101, 102}));
+
+  EXPECT_EQ(numbers(job.LIST_ELEMENTS().ELEMENTS), (std::vector<int32_t>{7, 5}));
+  const tmrdar::ELEMENT_LIST first = job.LIST_ELEMENTS(KIND::STRUCTURE, 6);
+  EXPECT_EQ(numbers(first.ELEMENTS), (std::vector<int32_t>{5}));
+  EXPECT_EQ(first.UNLISTED_ROWS, 1);
+  EXPECT_EQ(job.LIST_ELEMENTS(KIND::AUXILIARY).ELEMENTS.at(0).A8, 77);
+}
+
+TEST_F(CppInterface, ValuesAndHistoriesOfNumbersAndLabels) {
+  const tmrdar::JOB job = OPEN_SMALL();
+  EXPECT_EQ(job.TIMES(), (std::vector<float>{0.5F, 1.0F, 2.5F}));
+  const REQUEST displacement = ASK(TYPE::DISPLACEMENT, tmrdar::NODAL::COMPONENT_3, 20);
+  EXPECT_EQ(job.VALUE(displacement, 2), 1.25F);
+  const std::vector<float> history = job.HISTORY(displacement);
+  ASSERT_EQ(history.size(), 3U);
+  EXPECT_EQ(history[1], 1.25F);
+  EXPECT_NE(history[0], 1.25F);
+
+  // Into the caller's array: as many steps as it holds, from the first.
+  std::array<float, 2> owned{9.0F, 9.0F};
+  job.HISTORY(displacement, owned.data(), owned.size());
+  EXPECT_EQ(owned[0], history[0]);
+  EXPECT_EQ(owned[1], 1.25F);
+#ifdef TMRDAR_HPP_HAS_SPAN
+  std::array<float, 3> spanned{};
+  job.HISTORY(displacement, std::span<float>(spanned));
+  EXPECT_EQ(std::vector<float>(spanned.begin(), spanned.end()), history);
+#endif
+
+  // An element's label gives the element and, by its kind, the position.
+  const REQUEST by_label = ASK(TYPE::ELEMENT_FORCE, tmrdar::ELEMENT_FORCE::SECTION_1, 0, 0, 1, "JOINT");
+  REQUEST resolved;
+  EXPECT_EQ(job.VALUE(by_label, 3, &resolved), -7.5F);
+  EXPECT_EQ(std::make_pair(resolved.ELEMENT, resolved.POSITION), std::make_pair(5, 3));
+  EXPECT_EQ(job.HISTORY(ASK(TYPE::ELEMENT_FORCE, 1, 0, 5, POSITION::END)).at(2), -7.5F);
+  EXPECT_NO_THROW(job.VALUE(ASK(TYPE::REACTION, tmrdar::NODAL::RESULTANT_4_TO_6, 10), 1));
+}
+
+TEST_F(CppInterface, EveryBitOfARefusedRequestInWords) {
+  const tmrdar::JOB job = OPEN_SMALL();
+  const struct {
+    REQUEST request;
+    int32_t step;
+    int32_t code;
+    std::string text;
+  } cases[] = {
+      {ASK(TYPE::VELOCITY, 1, 10), 1, 2048, "the motion database holds no nodal velocities"},
+      {ASK(TYPE::ELEMENT_FORCE, 2, 0, 5), 1, 2048, "the force database holds no element section 2"},
+      {ASK(TYPE::ELEMENT_FORCE, tmrdar::ELEMENT_FORCE::SECTION_9, 0, 5), 1, 2048,
+       "the force database holds no element section 9"},
+      {ASK(TYPE::DISPLACEMENT, 1, 99), 1, 4096, "node 99 is not in the database"},
+      {ASK(TYPE::REACTION, 1, 30), 1, 4096, "node 30 has no boundary condition, so no reaction"},
+      {ASK(TYPE::GUIDE_SURFACE, 1, 2), 1, 4096, "guide surface 2 is not in the database (it has 0)"},
+      {ASK(TYPE::ELEMENT_FORCE, 1, 0, 6, 5), 1, 8192 + 64,
+       "position 5 is not 1, 2 or 3 (start, middle or end of the element); element 6 is not in the database"},
+      {ASK(TYPE::ELEMENT_FORCE, 1, 0, -4), 1, 1024,
+       "element -4 is below 1, so the request looks for a label, and names none"},
+      {ASK(TYPE::ELEMENT_FORCE, 1, 1, -4), 1, 8192, "auxiliary element 4 is not in the database"},
+      {ASK(TYPE::DISPLACEMENT, 8, 10), 1, 8, "subtype 8 of output type 5 (displacement) is not one of 1 to 7"},
+      {ASK(19, 1, 10), 1, 4, "output type 19 is not one of 1 to 18"},
+      {ASK(TYPE::DISPLACEMENT, 1, 10), 4, 256, "step 4 is not one of the job's steps, 1 to 3"},
+      {ASK(TYPE::DISPLACEMENT, 1, 0, 0, 1, "Nowhere"), 1, 1024, "label \"Nowhere\" is not in the database"},
+      {ASK(TYPE::DISPLACEMENT, 1), 1, 1024, "the request names no item: give a number above 0 or a label"},
+      {ASK(TYPE::ELEMENT_FORCE, 1, 0, 0, 1, "top"), 1, 8192, "label \"top\" names node 10, not an element"},
+      {ASK(TYPE::DISPLACEMENT, 1, 0, 0, 1, "Joint"), 1, 4096, "label \"Joint\" names element 5, not a node"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(FAILURE_OF([&] { job.VALUE(c.request, c.step); }), std::make_pair(c.code, c.text))
+        << "type " << c.request.OUTPUT_TYPE << " subtype " << c.request.SUBTYPE;
+  }
+  EXPECT_EQ(FAILURE_OF([&] { job.HISTORY(ASK(TYPE::TIME, 1), 4); }),
+            std::make_pair(256, std::string("a history of 4 steps is longer than the job's 3 steps")));
+}
+
+TEST_F(CppInterface, NamesTheMissingFileAndTheValueThatCannotBeComputed) {
+  builder_job motion_only = SMALL_JOB();
+  motion_only.FORCE.PRESENT = false;
+  motion_only.RESULTS.CLEAR();
+  const tmrdar::JOB job = OPEN_SMALL(motion_only);
+  EXPECT_EQ(FAILURE_OF([&] { job.VALUE(ASK(TYPE::ELEMENT_FORCE, 1, 0, 5), 1); }),
+            std::make_pair(4, std::string("output type 17 (element-force) needs the force database, which does not "
+                                          "exist")));
+  EXPECT_EQ(FAILURE_OF([&] { job.VALUE(ASK(TYPE::CLASHING, tmrdar::CLASHING::FORCE_WORD_1, 1), 1); }).second,
+            "clashing subtype 2 needs the force database, which does not exist");
+}
+
+TEST_F(CppInterface, NoHistoryLongerThanTheFilesCanHold) {
+  // A header that counts far more steps than its files have records.
+  builder_job job = SMALL_JOB();
+  job.RUN.NUM_TIME_STEPS = 2000000000;
+  job.RUN.RESULT_START_RECORD = 200;
+  job.RUN.MOTION_STEP_RECORDS = 1;
+  job.RUN.FORCE_STEP_RECORDS = 1;
+  job.RESULTS.CLEAR();
+  job.STEP_TIMES.clear();
+  const tmrdar::JOB open = OPEN_SMALL(job);
+  ASSERT_EQ(open.DIMENSIONS().NUM_TIME_STEPS, 2000000000);
+  const auto [code, text] = FAILURE_OF([&] { open.TIMES(); });
+  EXPECT_EQ(code, 256);
+  EXPECT_EQ(
+      text.rfind("a history of 2000000000 steps cannot be read: the job's files have room for no more than ", 0), 0U)
+      << text;
+  EXPECT_EQ(open.HISTORY(ASK(TYPE::TIME, 1), 2).size(), 2U) << "a short history is read all the same";
+}
+
+TEST_F(CppInterface, AMagnitudeOfNotANumberIsAValueThatCannotBeComputed) {
+  builder_job job = SMALL_JOB();
+  job.MODEL.GUIDE_SURFACES = {{.ID = 1}};
+  job.RESULTS.SET(SECTION_KIND::GUIDE_SURFACE_REACTION, 1, 1, 2, std::numeric_limits<float>::quiet_NaN());
+  const tmrdar::JOB open = OPEN_SMALL(job);
+  const REQUEST magnitude = ASK(TYPE::GUIDE_SURFACE_REACTION, tmrdar::CONTACT_REACTION::MAGNITUDE, 1);
+  EXPECT_EQ(FAILURE_OF([&] { open.VALUE(magnitude, 1); }),
+            std::make_pair(16384, std::string("the value could not be read or computed from the database")));
+  EXPECT_NO_THROW(open.VALUE(magnitude, 2));
+}
+
+}  // namespace
