@@ -1,0 +1,161 @@
+// The help texts of the tool and the table of its commands.
+#include <array>
+
+#include "tools/cli/commands.h"
+
+namespace tmrdar::cli {
+namespace {
+
+// The output types, the subtypes each takes and the item each belongs to.
+#define TMRDAR_CLI_REQUEST_HELP                                                                           \
+  "TYPE is an output type by number or name, SUBTYPE a number or the name given here:\n"                  \
+  "   1 time                     time of the step\n"                                                      \
+  "   2 step-word-3              third word of the step record\n"                                         \
+  "   3 surface-elevation        water surface elevation\n"                                               \
+  "   4 step-word-5              fifth word of the step record\n"                                         \
+  "   5 displacement             --node; SUBTYPE 1-6 a component, 7 (resultant) that of components 4-6\n" \
+  "   6 velocity                 --node; SUBTYPE as for displacement\n"                                   \
+  "   7 acceleration             --node; SUBTYPE as for displacement\n"                                   \
+  "   8 guide-surface            --entry; SUBTYPE word 1-9 of the guide surface's entry\n"                \
+  "   9 zero-gap-guide           --entry; SUBTYPE word 1-6 of the guide's entry\n"                        \
+  "  10 node-contact             --node; SUBTYPE word 1-7 of the node's contact entry\n"                  \
+  "  11 clashing                 --entry (clash pair); SUBTYPE 1 the motion word, 2-3 the force words\n"  \
+  "  12 aux-node                 --node (auxiliary node); SUBTYPE word 1-3\n"                             \
+  "  13 reaction                 --node with a boundary condition; SUBTYPE as for displacement\n"         \
+  "  14 guide-surface-reaction   --entry; SUBTYPE 1-3 a component, 4 (magnitude)\n"                       \
+  "  15 zero-gap-guide-reaction  --entry; SUBTYPE as for guide-surface-reaction\n"                        \
+  "  16 pipe-in-pipe-reaction    --entry; SUBTYPE as for guide-surface-reaction\n"                        \
+  "  17 element-force            --element, --position; SUBTYPE 1-7 element section 1-7,\n"               \
+  "                              8 resultant of sections 5 and 6, 9 resultant of sections 8 and 9,\n"     \
+  "                              10 unused (always 0), 11-13 sections 8-10, 14 (temperature)\n"           \
+  "  18 element-pressure         --element, --position; SUBTYPE 1 or 2, the first or second pressure\n"   \
+  "\n"                                                                                                    \
+  "The item:\n"                                                                                           \
+  "  --node N        a node number (--entry N is the same option: the number from 1 of a guide\n"         \
+  "                  surface, zero gap guide, clash pair or pipe-in-pipe connection)\n"                   \
+  "  --element E     an element number of the structure\n"                                               \
+  "  --position P    1 the start, 2 the middle, 3 the end of the element (default 1)\n"                   \
+  "  --label TEXT    a node or element label of the job in place of the number; an element's\n"           \
+  "                  label also gives the position\n"                                                     \
+  "  --csv           comma-separated values\n"
+
+constexpr std::array<OPTION, 2> PLAIN_OPTIONS{HELP_OPTION, CSV_OPTION};
+constexpr std::array<OPTION, 3> NODE_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--max-number", true}};
+constexpr std::array<OPTION, 4> ELEMENT_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--max-number", true},
+                                                OPTION{"--all", false}};
+constexpr std::array<OPTION, 8> VALUE_OPTIONS{HELP_OPTION,
+                                              CSV_OPTION,
+                                              OPTION{"--step", true},
+                                              OPTION{"--node", true},
+                                              OPTION{"--entry", true},
+                                              OPTION{"--element", true},
+                                              OPTION{"--position", true},
+                                              OPTION{"--label", true}};
+constexpr std::array<OPTION, 8> HISTORY_OPTIONS{HELP_OPTION,
+                                                CSV_OPTION,
+                                                OPTION{"--count", true},
+                                                OPTION{"--node", true},
+                                                OPTION{"--entry", true},
+                                                OPTION{"--element", true},
+                                                OPTION{"--position", true},
+                                                OPTION{"--label", true}};
+
+constexpr std::string_view INFO_HELP =
+    "usage: tmrdar info JOB [--csv]\n"
+    "\n"
+    "What the job is: the files found and their version codes, the format, the title and\n"
+    "analysis details, the model dimensions, and the number of time steps and their time range.\n"
+    "\n"
+    "  --csv           comma-separated values: field,value\n";
+
+constexpr std::string_view NODES_HELP =
+    "usage: tmrdar nodes JOB [--csv] [--max-number N]\n"
+    "\n"
+    "The nodes of the model in row order, those of the structure and then the auxiliary\n"
+    "nodes: kind, node number, row, and the x, y and z of the undeformed model.\n"
+    "\n"
+    "The nodes are found by their numbers: those that the elements' ends name, then 0, 1, 2 ...\n"
+    "up to N (default 1000000). A row whose number lies above N, or repeats the number of an\n"
+    "earlier row, is not listed, and a warning on standard error tells how many rows are missing.\n"
+    "\n"
+    "  --csv           comma-separated values\n"
+    "  --max-number N  the highest number to look for\n";
+
+constexpr std::string_view ELEMENTS_HELP =
+    "usage: tmrdar elements JOB [--csv] [--all] [--max-number N]\n"
+    "\n"
+    "The elements of the model in row order, those of the structure and then the auxiliary\n"
+    "elements: kind, element number, row, the numbers of its two nodes, its length, and the\n"
+    "distance along the riser of its start and its end (the rows laid end to end in row order).\n"
+    "An auxiliary element has no length or distance; its nodes are auxiliary nodes.\n"
+    "\n"
+    "  --csv           comma-separated values\n"
+    "  --all           also every other stored property: a8, b5 (words 8 and 5 of the element's\n"
+    "                  first and second record), section-2 and section-4 (of its section record),\n"
+    "                  fluid-1 to fluid-3 (the external fluid), b1 to b4, section-3, a6, a7, b6 to\n"
+    "                  b8 and c1\n"
+    "  --max-number N  the highest element number to look for (default 1000000); rows whose\n"
+    "                  number lies above it are not listed, as for nodes\n";
+
+constexpr std::string_view CURVE_HELP =
+    "usage: tmrdar curve JOB ID [--csv]\n"
+    "\n"
+    "The points of stress-strain curve ID of the job's nonlinear material table: point, first\n"
+    "and second value, in the order stored.\n"
+    "\n"
+    "  --csv           comma-separated values\n";
+
+constexpr std::string_view VALUE_HELP =
+    "usage: tmrdar value JOB TYPE [SUBTYPE] --step STEP ITEM [--csv]\n"
+    "\n"
+    "One result at one time step: the step, its time and the value.\n"
+    "\n"
+    "  --step STEP     the time step, 1 to the job's number of steps\n"
+    "\n" TMRDAR_CLI_REQUEST_HELP
+    "\n"
+    "example: tmrdar value riser displacement 3 --node 12 --step 40\n";
+
+constexpr std::string_view HISTORY_HELP =
+    "usage: tmrdar history JOB TYPE [SUBTYPE] ITEM [--count N] [--csv]\n"
+    "\n"
+    "One result at every time step from the first: step, time and value, a line a step.\n"
+    "\n"
+    "  --count N       only the first N steps\n"
+    "\n" TMRDAR_CLI_REQUEST_HELP
+    "\n"
+    "example: tmrdar history riser element-force 1 --element 5 --position 2 --csv\n";
+
+#undef TMRDAR_CLI_REQUEST_HELP
+
+constexpr std::array<COMMAND, 6> ALL{{
+    {"info", INFO_HELP, PLAIN_OPTIONS, INFO},
+    {"nodes", NODES_HELP, NODE_OPTIONS, NODES},
+    {"elements", ELEMENTS_HELP, ELEMENT_OPTIONS, ELEMENTS},
+    {"value", VALUE_HELP, VALUE_OPTIONS, VALUE},
+    {"history", HISTORY_HELP, HISTORY_OPTIONS, HISTORY},
+    {"curve", CURVE_HELP, PLAIN_OPTIONS, CURVE},
+}};
+
+}  // namespace
+
+const std::string_view USAGE =
+    "usage: tmrdar COMMAND JOB [arguments] [options]\n"
+    "\n"
+    "Reads the results of an analysis: the motion database JOB.dbm and the force database\n"
+    "JOB.dbf. JOB is the path of the job with any extension or none.\n"
+    "\n"
+    "commands:\n"
+    "  info JOB                    the files, format, title, model dimensions and time range\n"
+    "  nodes JOB                   the nodes and their coordinates\n"
+    "  elements JOB                the elements, their nodes, lengths and distances along the riser\n"
+    "  value JOB TYPE [SUBTYPE]    one result at one time step\n"
+    "  history JOB TYPE [SUBTYPE]  one result at every time step, with a time column\n"
+    "  curve JOB ID                the points of a stress-strain curve\n"
+    "\n"
+    "Tables are aligned text, or with --csv comma-separated values. tmrdar COMMAND --help\n"
+    "tells more about a command. The exit status is 0 on success, 1 when the job cannot\n"
+    "answer, and 2 for a mistake in the command line; the reason is one line on standard error.\n";
+
+std::span<const COMMAND> COMMANDS() { return ALL; }
+
+}  // namespace tmrdar::cli

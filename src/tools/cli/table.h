@@ -1,0 +1,39 @@
+// Tables of the tool's output: aligned text for people, or comma-separated
+// values for spreadsheets and scripts.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tmrdar::cli {
+
+class TABLE {
+ public:
+  enum class ALIGN { LEFT, RIGHT };
+
+  void COLUMN(std::string name, ALIGN align = ALIGN::RIGHT);
+  // One row, a cell a column; an empty cell shows as "-" in text.
+  void ROW(std::vector<std::string> cells);
+
+  // Text: columns two blanks apart, numbers right-aligned, names left-aligned,
+  // no trailing blanks, the column names first unless `names_in_text` is
+  // false. CSV: the column names, then the rows, fields quoted where needed.
+  void PRINT(std::FILE* out, bool csv, bool names_in_text = true) const;
+
+ private:
+  std::vector<std::string> names_;
+  std::vector<ALIGN> aligns_;
+  std::vector<std::vector<std::string>> rows_;
+};
+
+// The shortest text that reads back as the same 32-bit real.
+std::string REAL(float value);
+std::string WHOLE(int64_t value);
+// A field of comma-separated values: quoted when it holds a comma, a quote,
+// a line break or blanks at either end.
+std::string CSV_FIELD(std::string_view text);
+
+}  // namespace tmrdar::cli

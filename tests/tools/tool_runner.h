@@ -1,0 +1,25 @@
+// Runs the built tool as a person would, and reads what it printed.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tmrdar::testing {
+
+struct TOOL_RUN {
+  int STATUS = -1;  // the exit status; -1 when the tool did not exit by itself
+  std::string OUT;
+  std::string ERR;
+};
+
+// Runs the tool with these arguments, its output going to files in a
+// scratch directory.
+TOOL_RUN RUN_TOOL(const std::vector<std::string>& arguments);
+
+// The lines of a text, without their line breaks.
+std::vector<std::string> LINES(const std::string& text);
+// The fields of a line of comma-separated values that quotes no field, or
+// the words of a line of aligned text.
+std::vector<std::string> FIELDS(const std::string& line, char separator);
+
+}  // namespace tmrdar::testing
