@@ -209,9 +209,11 @@ void TIDE3_DATABASE_FILES::LOAD_BLOCK_DIRECTORY(int32_t& flag) {
 
 namespace {
 
-// One reader per format, in the order of FORMAT_VERSIONS.
+// One reader per format, in the order of FORMAT_VERSIONS. Made once and
+// never destroyed: the unloading of the library releases the last job after
+// the library's static objects are gone.
 std::array<TIDE3_DATABASE_FILES, FORMAT_VERSIONS.size()>& MODULES() {
-  static std::array<TIDE3_DATABASE_FILES, FORMAT_VERSIONS.size()> modules{
+  static auto& modules = *new std::array<TIDE3_DATABASE_FILES, FORMAT_VERSIONS.size()>{
       TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[0]), TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[1]),
       TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[2]), TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[3]),
       TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[4]), TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[5])};

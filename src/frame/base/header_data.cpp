@@ -5,7 +5,7 @@
 namespace tmrdar::HEADER_DATA {
 
 STATE& DATA() {
-  static STATE state;
+  static STATE& state = *new STATE();  // outlives the unloading of the library
   return state;
 }
 

@@ -49,8 +49,10 @@ bool DIRECT_ACCESS_UNIT::READ(int64_t record, int64_t offset, std::span<std::byt
 }
 
 DIRECT_ACCESS_UNIT& UNIT(int32_t number) {
-  static DIRECT_ACCESS_UNIT motion;
-  static DIRECT_ACCESS_UNIT force;
+  // Never destroyed: the unloading of the library closes them after the
+  // library's static objects are gone.
+  static DIRECT_ACCESS_UNIT& motion = *new DIRECT_ACCESS_UNIT();
+  static DIRECT_ACCESS_UNIT& force = *new DIRECT_ACCESS_UNIT();
   return number == MOTION_UNIT ? motion : force;
 }
 
