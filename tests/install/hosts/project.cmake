@@ -10,7 +10,8 @@ find_package(tmrdar 0.1 REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(TMRDAR REQUIRED IMPORTED_TARGET tmrdar)
 
-# The installed header must compile cleanly in a strict C99 and C++17 host.
+# The installed headers must compile cleanly in strict hosts: tmrdar.h in C99,
+# tmrdar.hpp in C++17.
 set(strict -Wall -Wextra -Wpedantic -Werror)
 add_executable(c_host host.c)
 set_target_properties(c_host PROPERTIES C_STANDARD 99 C_EXTENSIONS OFF)
