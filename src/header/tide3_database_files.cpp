@@ -209,18 +209,28 @@ void TIDE3_DATABASE_FILES::LOAD_BLOCK_DIRECTORY(int32_t& flag) {
 
 namespace {
 
-// One reader per format, in the order of FORMAT_VERSIONS. Made once and
-// never destroyed: the unloading of the library releases the last job after
-// the library's static objects are gone.
-std::array<TIDE3_DATABASE_FILES, FORMAT_VERSIONS.size()>& MODULES() {
-  static auto& modules = *new std::array<TIDE3_DATABASE_FILES, FORMAT_VERSIONS.size()>{
+using READERS = std::array<TIDE3_DATABASE_FILES, FORMAT_VERSIONS.size()>;
+
+// One reader per format, in the order of FORMAT_VERSIONS. Made on first use
+// and destroyed only by RELEASE_READERS: the unloading of the library
+// releases the last job after the library's static objects are gone.
+READERS* readers = nullptr;
+
+READERS& MODULES() {
+  if (readers != nullptr) return *readers;
+  readers = new READERS{
       TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[0]), TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[1]),
       TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[2]), TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[3]),
       TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[4]), TIDE3_DATABASE_FILES(*FORMAT_VERSIONS[5])};
-  return modules;
+  return *readers;
 }
 
 }  // namespace
+
+void RELEASE_READERS() {
+  delete readers;
+  readers = nullptr;
+}
 
 TIDE3_DATABASE_FILES* TIDE3_DATABASE_MODULE(int32_t database_version) {
   for (TIDE3_DATABASE_FILES& module : MODULES()) {

@@ -251,6 +251,10 @@ TIDE3_DATABASE_FILES& V821_TIDE3_DATABASE_FILES();
 TIDE3_DATABASE_FILES& V815_TIDE3_DATABASE_FILES();
 TIDE3_DATABASE_FILES& V811_TIDE3_DATABASE_FILES();
 
+// Destroys every format's reader; the last thing the library does when it is
+// unloaded. A later call of a reader makes them anew.
+void RELEASE_READERS();
+
 // The reader of a database version code; null for a code of no format.
 TIDE3_DATABASE_FILES* TIDE3_DATABASE_MODULE(int32_t database_version);
 

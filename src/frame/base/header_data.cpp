@@ -5,7 +5,7 @@
 namespace tmrdar::HEADER_DATA {
 
 STATE& DATA() {
-  static STATE& state = *new STATE();  // outlives the unloading of the library
+  static STATE state;
   return state;
 }
 

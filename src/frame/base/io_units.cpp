@@ -48,12 +48,25 @@ bool DIRECT_ACCESS_UNIT::READ(int64_t record, int64_t offset, std::span<std::byt
   return true;
 }
 
+namespace {
+
+// Made on first use and destroyed only by RELEASE_UNITS: the unloading of the
+// library closes them after the library's static objects are gone.
+DIRECT_ACCESS_UNIT* units[2] = {nullptr, nullptr};
+
+}  // namespace
+
 DIRECT_ACCESS_UNIT& UNIT(int32_t number) {
-  // Never destroyed: the unloading of the library closes them after the
-  // library's static objects are gone.
-  static DIRECT_ACCESS_UNIT& motion = *new DIRECT_ACCESS_UNIT();
-  static DIRECT_ACCESS_UNIT& force = *new DIRECT_ACCESS_UNIT();
-  return number == MOTION_UNIT ? motion : force;
+  DIRECT_ACCESS_UNIT*& unit = units[number == MOTION_UNIT ? 0 : 1];
+  if (unit == nullptr) unit = new DIRECT_ACCESS_UNIT();
+  return *unit;
+}
+
+void RELEASE_UNITS() {
+  for (DIRECT_ACCESS_UNIT*& unit : units) {
+    delete unit;
+    unit = nullptr;
+  }
 }
 
 }  // namespace tmrdar::IO_UNITS

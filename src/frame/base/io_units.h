@@ -43,5 +43,8 @@ class DIRECT_ACCESS_UNIT {
 
 // The unit of the given number (25 or 26).
 DIRECT_ACCESS_UNIT& UNIT(int32_t number);
+// Closes and destroys both units; the last thing the library does when it is
+// unloaded. A later UNIT makes them anew.
+void RELEASE_UNITS();
 
 }  // namespace tmrdar::IO_UNITS

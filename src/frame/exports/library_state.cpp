@@ -16,12 +16,12 @@
 namespace tmrdar::frame {
 
 LIBRARY_STATE& LIBRARY() {
-  static LIBRARY_STATE& state = *new LIBRARY_STATE();  // outlives the unloading of the library
+  static LIBRARY_STATE state;  // trivially destroyed: valid through the unloading of the library
   return state;
 }
 
 std::mutex& LIBRARY_LOCK() {
-  static std::mutex& lock = *new std::mutex();  // taken by the unloading of the library too
+  static std::mutex lock;  // trivially destroyed: taken by the unloading of the library too
   return lock;
 }
 
