@@ -28,15 +28,13 @@ constexpr int64_t MUL(int64_t a, int64_t b) {
 }
 }  // namespace frame_words
 
-// The word before frame n of the motion file, and the last word of frame n.
-constexpr int64_t MB(const HEADER_VARIABLES& h, int64_t n) {
-  using namespace frame_words;
-  return MUL(8, ADD(ADD(h.RESULT_START_RECORD, h.MOTION_START_OFFSET), MUL(n - 1, h.MOTION_FRAME_RECORDS)));
-}
+// The last word of frame n of the motion file; the word before frame n is
+// the last word of frame n - 1.
 constexpr int64_t ME(const HEADER_VARIABLES& h, int64_t n) {
   using namespace frame_words;
   return MUL(8, ADD(ADD(h.RESULT_START_RECORD, h.MOTION_START_OFFSET), MUL(n, h.MOTION_FRAME_RECORDS)));
 }
+constexpr int64_t MB(const HEADER_VARIABLES& h, int64_t n) { return ME(h, n - 1); }
 // The last word of the step record of motion frame n: the frame's end less
 // the vessel records, the two-record tail items and the auxiliary element sets.
 constexpr int64_t TB(const HEADER_VARIABLES& h, int64_t n) {
@@ -47,15 +45,12 @@ constexpr int64_t TB(const HEADER_VARIABLES& h, int64_t n) {
   word = ADD(word, -MUL(16, ADD(h.TAIL_PAIR_COUNT_A, h.TAIL_PAIR_COUNT_B)));
   return ADD(word, -MUL(MUL(8, h.AUX_ELEMENT_RESULT_SETS), aux_records));
 }
-// The word before frame n of the force file, and the last word of frame n.
-constexpr int64_t FB(const HEADER_VARIABLES& h, int64_t n) {
-  using namespace frame_words;
-  return MUL(8, ADD(ADD(h.RESULT_START_RECORD, h.FORCE_START_OFFSET), MUL(n - 1, h.FORCE_FRAME_RECORDS)));
-}
+// The last word of frame n of the force file, and the word before it.
 constexpr int64_t FE(const HEADER_VARIABLES& h, int64_t n) {
   using namespace frame_words;
   return MUL(8, ADD(ADD(h.RESULT_START_RECORD, h.FORCE_START_OFFSET), MUL(n, h.FORCE_FRAME_RECORDS)));
 }
+constexpr int64_t FB(const HEADER_VARIABLES& h, int64_t n) { return FE(h, n - 1); }
 // The last word of the step record of force frame n, ahead of the damper records.
 constexpr int64_t FT(const HEADER_VARIABLES& h, int64_t n) {
   using namespace frame_words;
