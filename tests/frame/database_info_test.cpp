@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
@@ -310,6 +311,17 @@ TEST_F(DatabaseInfo, ErrorMasksDecodeWithASinglePrecisionBitCount) {
   EXPECT_EQ(flags[13], 0);
   EXPECT_EQ(decode(8193), 0);
   EXPECT_EQ(flags[13], 1);
+  // 32768 likewise: 15 flags are counted, none of them set, and a caller
+  // with room for exactly 15 is not told that it needs more.
+  const int32_t fifteen = 15;
+  int32_t top = 32768;
+  EXPECT_EQ(GetRequestedSingleValueError(&top, &fifteen, flags.data()), 0);
+  EXPECT_EQ(std::count(flags.begin(), flags.end(), 1), 0);
+  top = 32768 + 16384;
+  EXPECT_EQ(GetRequestedSingleValueError(&top, &fifteen, flags.data()), 16);
+  EXPECT_EQ(decode(32768 + 16384), 0);
+  EXPECT_EQ(flags[15], 1);
+  EXPECT_EQ(flags[14], 1);
   EXPECT_EQ(decode(-4), -1);
   const int32_t few = 5;
   int32_t mask = 1024;
