@@ -107,44 +107,11 @@ TEST_F(Requests, ItemsAndContentsBuildTheStatus) {
   }
 }
 
-// Clashing results, element temperatures and pressures are read in line;
-// the temperature and the pressures stand behind every contact section of
-// a force frame, the clashing forces behind all of them but their own.
-TEST_F(Requests, InLineWordsStepOverTheSectionsAheadOfThem) {
-  job.RUN.NUM_GUIDE_SURFACES = 1;
-  job.RUN.NUM_CLASH_PAIRS = 2;
-  job.RUN.DOFS_PER_NODE = 6;
-  FLAGS({4, 5, 15, 16});
-  OPEN();
-  // Force frame: reactions (1 condition: 6 words, 1 record), element section
-  // of flag 5 (6 words, 1 record), guide reactions (3 words, 1 record),
-  // clashing forces (4 words, 1 record), temperatures (1 record), pressures.
-  const int64_t clashes = 3 * 8;
-  const int64_t temperatures = 4 * 8;
-  const int64_t pressures = 5 * 8;
-  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 11, .PARAMETER = 2, .NODE = 2}).first, WORD(2, clashes + 2 * 2 - 2 + 1));
-  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 11, .PARAMETER = 3, .NODE = 1}).first, WORD(2, clashes + 2));
-  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 17, .PARAMETER = 14, .ELEMENT = 200, .LOCATION = 2}).first,
-            WORD(2, temperatures + 3 * 2 + 2 - 3));
-  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 18, .PARAMETER = 2, .ELEMENT = 200, .LOCATION = 3}).first,
-            WORD(2, pressures + 6 * (2 - 1) + 2 * (3 - 1) + 2));
-  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 18, .PARAMETER = 0, .ELEMENT = 100, .LOCATION = 1}).first, WORD(2, pressures + 1));
-  // Motion frame: node contact section (3 nodes: 24 words, 4 records), then
-  // the clashing results, one word a pair.
-  EXPECT_EQ(SINGLE({.OUTPUT_TYPE = 11, .PARAMETER = 1, .NODE = 2}, 3).first, WORD(3, 8 * 2 + 8 * 4 + 2))
-      << "guide section of 9 words (2 records) first";
-}
-
 TEST_F(Requests, HistoriesFillTheirStepsAndStopAtAFailure) {
   FLAGS({1, 5});
   OPEN();
   std::vector<float> values(STEPS, -1.0F);
   int32_t status = 0;
-  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 5, .PARAMETER = 3, .NODE = 30}, values, status);
-  EXPECT_EQ(status, 0);
-  // Node 3's third component: word 2 * 6 + 3 of the displacement section.
-  EXPECT_EQ(values, (std::vector<float>{WORD(1, 15), WORD(2, 15), WORD(3, 15)}));
-
   GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 1}, values, status);
   EXPECT_EQ(values, db.TABLES.TIME_LIST.DATA()) << "the step times are the times of the open";
 
