@@ -16,8 +16,6 @@ namespace {
 using header::frame_words::ADD;
 using header::frame_words::MUL;
 
-constexpr int32_t MOTION = 1;
-constexpr int32_t FORCE = 2;
 constexpr int32_t FAILED = -1;
 
 // One word of a frame straight into `value`, which a failed read leaves.

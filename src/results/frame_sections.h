@@ -14,6 +14,10 @@ namespace tmrdar::results {
 
 using header::HEADER_VARIABLES;
 
+// The files of a job as the word reads name them.
+inline constexpr int32_t MOTION = 1;
+inline constexpr int32_t FORCE = 2;
+
 // a * b in 32-bit integer arithmetic that wraps.
 constexpr int32_t TIMES_32(int32_t a, int32_t b) {
   return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));

@@ -19,8 +19,6 @@ namespace {
 using header::frame_words::ADD;
 using header::frame_words::MUL;
 
-constexpr int32_t MOTION = 1;
-constexpr int32_t FORCE = 2;
 
 constexpr std::string_view NO_FORCE_FILE =
     "A force result was requested but the Force Database (*.dbf) does not exist.";

@@ -15,7 +15,6 @@ namespace {
 using header::frame_words::ADD;
 using header::frame_words::MUL;
 
-constexpr int32_t FORCE = 2;
 constexpr int32_t FAILED = -1;
 
 // What a component code asks for. Codes 1 to 3 are a stored component and 4

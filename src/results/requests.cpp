@@ -39,24 +39,10 @@ bool ELEMENT_CONTENTS(const header::HEADER_VARIABLES& h, int32_t parameter) {
   }
 }
 
-// Words of a force frame's reaction section, and of its guide, zero gap
-// guide and pipe-in-pipe reaction sections (`with_clashes`: and its clashing
-// forces), each only when it has entries; the element sections' words.
-int64_t REACTION_WORDS(const header::HEADER_VARIABLES& h) {
-  return SECTION_WORDS(TIMES_32(h.NUM_BOUNDARY_CONDITIONS, h.DOFS_PER_NODE));
-}
+// The contact sections of a force frame, with or without its clashing forces.
 int64_t CONTACT_REACTION_WORDS(const header::HEADER_VARIABLES& h, bool with_clashes) {
-  int64_t words = 0;
-  if (h.NUM_GUIDE_SURFACES > 0) words += SECTION_WORDS(TIMES_32(3, h.NUM_GUIDE_SURFACES));
-  if (h.NUM_ZERO_GAP_GUIDES > 0) words += SECTION_WORDS(TIMES_32(3, h.NUM_ZERO_GAP_GUIDES));
-  if (h.NUM_PIP_CONNECTIONS > 0) words += SECTION_WORDS(TIMES_32(3, h.NUM_PIP_CONNECTIONS));
-  if (with_clashes && h.NUM_CLASH_PAIRS > 0) words += SECTION_WORDS(TIMES_32(2, h.NUM_CLASH_PAIRS));
-  return words;
-}
-int64_t ELEMENT_SECTIONS(const header::HEADER_VARIABLES& h) {
-  int64_t sections = 0;
-  for (int i = 5; i <= 14; ++i) sections += h.OUTPUT_FLAGS[static_cast<std::size_t>(i - 1)];
-  return sections;
+  return GUIDE_REACTION_WORDS(h) + ZERO_GAP_REACTION_WORDS(h) + PIP_REACTION_WORDS(h) +
+         (with_clashes ? CLASH_FORCE_WORDS(h) : 0);
 }
 
 // The word of a force frame behind its reaction and contact sections (with
@@ -65,7 +51,7 @@ int64_t FORCE_BASE(const header::HEADER_VARIABLES& h, int32_t step, bool with_cl
   const int64_t f4 = h.OUTPUT_FLAGS[3];
   int64_t word = header::FB(h, step);
   word = ADD(word, MUL(CONTACT_REACTION_WORDS(h, with_clashes), f4));
-  word = ADD(word, MUL(REACTION_WORDS(h), f4));
+  word = ADD(word, BOUNDARY_REACTION_WORDS(h));
   return ADD(word, MUL(MUL(8, R3(h)), sections));
 }
 
@@ -89,7 +75,7 @@ bool LOOKUP(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, 
         db.READIN(1, word, value, error);
         return error;
       }
-      int64_t word = ADD(FORCE_BASE(db, step, false, ELEMENT_SECTIONS(db)), MUL(2, at.ENTRY) - 2);
+      int64_t word = ADD(FORCE_BASE(db, step, false, ELEMENT_FLAG_SUM(db)), MUL(2, at.ENTRY) - 2);
       if (p == 2 || p == 34) word = ADD(word, 1);
       if (p == 3 || p == 35) word = ADD(word, 2);
       db.READIN(2, word, value, error);
@@ -108,7 +94,7 @@ bool LOOKUP(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, 
         READF(db, step, at.ELEMENT, request.LOCATION, force, value, error);
       } else if (force == 29) {
         // The element temperature, behind every contact section.
-        const int64_t word = ADD(FORCE_BASE(db, step, true, ELEMENT_SECTIONS(db)),
+        const int64_t word = ADD(FORCE_BASE(db, step, true, ELEMENT_FLAG_SUM(db)),
                                  ADD(MUL(3, at.ELEMENT), int64_t{request.LOCATION} - 3));
         db.READIN(2, word, value, error);
       } else if (force != 0) {
@@ -122,7 +108,7 @@ bool LOOKUP(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, 
         return true;
       }
       const int64_t k = p == 0 ? 1 : p;
-      const int64_t sections = ELEMENT_SECTIONS(db) + db.OUTPUT_FLAGS[14];
+      const int64_t sections = ELEMENT_FLAG_SUM(db) + db.OUTPUT_FLAGS[14];
       const int64_t word = ADD(FORCE_BASE(db, step, true, sections),
                                ADD(ADD(MUL(6, at.ELEMENT), MUL(2, request.LOCATION)), k - 8));
       db.READIN(2, word, value, error);
