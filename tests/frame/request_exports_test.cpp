@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "builder/job.h"
+#include "support/open_through_exports.h"
 #include "support/scratch_dir.h"
 #include "tmrdar/tmrdar.h"
 
@@ -23,13 +24,7 @@ class RequestExports : public ::testing::Test {
     job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 5, .NODES = {1, 2}}};
     job.MODEL.LABELS = {{"Hang-off", 12, 1}};
     job.WRITE(dir.FILE("job"));
-    const std::string path = dir.FILE("job");
-    int32_t n = 14;
-    std::array<int32_t, 5> words{};
-    std::vector<int32_t> dims(14);
-    ASSERT_EQ(GetDatabaseInfo(&motion, &force, words.data(), words.data(), &n, dims.data(), path.data(),
-                              static_cast<int64_t>(path.size())),
-              0);
+    ASSERT_EQ(testing::OPEN_THROUGH_EXPORTS(dir.FILE("job"), motion, force), 0);
   }
   void TearDown() override { XIT(); }
 

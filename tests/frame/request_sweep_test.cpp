@@ -22,6 +22,7 @@
 
 #include "builder/job.h"
 #include "frame/base/request_mask.h"
+#include "support/open_through_exports.h"
 #include "support/scratch_dir.h"
 #include "tmrdar/tmrdar.h"
 
@@ -248,12 +249,7 @@ class RequestSweep : public ::testing::Test {
     job = &built;
     const std::string path = dir.FILE(stem);
     built.WRITE(path);
-    int32_t n = 14;
-    std::array<int32_t, 5> words{};
-    std::vector<int32_t> dims(14);
-    ASSERT_EQ(GetDatabaseInfo(&motion, &force, words.data(), words.data(), &n, dims.data(), path.data(),
-                              static_cast<int64_t>(path.size())),
-              0);
+    ASSERT_EQ(testing::OPEN_THROUGH_EXPORTS(path, motion, force), 0);
     run = built.WRITTEN_RUN();
     for (const FILE_KIND kind : {FILE_KIND::MOTION, FILE_KIND::FORCE}) layout[kind == FILE_KIND::FORCE] = built.FRAME_SECTIONS(kind);
   }
