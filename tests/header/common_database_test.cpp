@@ -3,15 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <utility>
 
 namespace tmrdar::MOD_COMMON_DATABASE {
 namespace {
 
 TEST(PackedRecords, AFullLastRecordStillTakesOneMore) {
-  EXPECT_EQ(P8(0), 1);
-  EXPECT_EQ(P8(7), 1);
-  EXPECT_EQ(P8(8), 2);
-  EXPECT_EQ(P8(9), 2);
+  for (const auto& [count, records] : {std::pair{0, 1}, {7, 1}, {8, 2}, {9, 2}}) EXPECT_EQ(P8(count), records) << count;
   EXPECT_EQ(P4(3), 1);
   EXPECT_EQ(P4(4), 2);
   // The single-precision form follows the rounded count above 2^24.
@@ -59,31 +57,17 @@ TEST(LayoutRule, AnEmptyModelPlacesTheBlocksBehindTheDirectory) {
   INIT_BLOCK_ADDRESSES(blocks, NUM_HEADER_BLOCKS, status);
   int64_t total = 0;
   SET_BLOCK_ADDRESSES(blocks, BLOCK_COUNTS{}, total);
-  // 52 entries fill records 3 to 9; entry 1 names the last of them.
-  EXPECT_EQ(blocks.ENTRY(1), 9);
-  EXPECT_EQ(blocks.ENTRY(2), 10);
-  EXPECT_EQ(blocks.ENTRY(15), 23);
-  EXPECT_EQ(blocks.ENTRY(16), 26);  // the title takes 3 records
-  // With every count 0: blocks 16 to 21 are empty, the seabed takes P8(0) = 1,
-  // blocks 23 and 24 nothing, the contact diameters 1.
-  EXPECT_EQ(blocks.ENTRY(22), 26);
-  EXPECT_EQ(blocks.ENTRY(23), 27);
-  EXPECT_EQ(blocks.ENTRY(25), 27);
-  EXPECT_EQ(blocks.ENTRY(26), 28);
-  // Point masses, boundary conditions and installation criteria take nothing
-  // at a count of 0; the stinger always takes one record.
-  EXPECT_EQ(blocks.ENTRY(29), 28);
-  EXPECT_EQ(blocks.ENTRY(30), 28);
-  EXPECT_EQ(blocks.ENTRY(31), 28);
-  EXPECT_EQ(blocks.ENTRY(40), 28);
-  EXPECT_EQ(blocks.ENTRY(41), 29);
-  // No spectrum: nothing. Element values, the packed block and block 48 take one each.
-  EXPECT_EQ(blocks.ENTRY(42), 29);
-  EXPECT_EQ(blocks.ENTRY(47), 30);
-  EXPECT_EQ(blocks.ENTRY(48), 31);
-  EXPECT_EQ(blocks.ENTRY(49), 32);
-  EXPECT_EQ(blocks.ENTRY(51), 32);
-  EXPECT_EQ(blocks.ENTRY(52), 33);  // the dampers take one record
+  // 52 entries fill records 3 to 9; entry 1 names the last of them, and the
+  // title takes 3 records ahead of block 16. With every count 0: blocks 16 to
+  // 21 are empty, the seabed takes P8(0) = 1, blocks 23 and 24 nothing, the
+  // contact diameters 1; point masses, boundary conditions and installation
+  // criteria nothing, the stinger always one; no spectrum nothing; element
+  // values, the packed block, block 48 and the dampers one each.
+  const std::pair<int32_t, int32_t> entries[] = {{1, 9},   {2, 10},  {15, 23}, {16, 26}, {22, 26}, {23, 27},
+                                                 {25, 27}, {26, 28}, {29, 28}, {30, 28}, {31, 28}, {40, 28},
+                                                 {41, 29}, {42, 29}, {47, 30}, {48, 31}, {49, 32}, {51, 32},
+                                                 {52, 33}};
+  for (const auto& [k, entry] : entries) EXPECT_EQ(blocks.ENTRY(k), entry) << "block " << k;
   EXPECT_EQ(total, 33);
 }
 

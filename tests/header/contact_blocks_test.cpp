@@ -1,15 +1,8 @@
 // Blocks 33 to 40: contact and installation data read back field by field.
-#include <gtest/gtest.h>
-
-#include "header_test.h"
-
 #include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
-#include "support/scratch_dir.h"
+#include "header_test.h"
 
 namespace tmrdar::header {
 namespace {

@@ -1,45 +1,26 @@
 // The tables of a header: made from the counts as far as the file can back
 // them, replaced whole by the next header of the same format, and indexed so
 // that a lookup gives the first row that holds a number.
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
 #include "header/number_index.h"
-#include "header/tide3_database_files.h"
-#include "support/scratch_dir.h"
+#include "header_test.h"
 
 namespace tmrdar::header {
 namespace {
 
 using builder::FILE_KIND;
 using builder::JOB;
-using testing::SCRATCH_DIR;
 
 constexpr std::string_view ALLOCATION_FAILURE =
     "Error: Database Postprocessing: Unable to allocate memory for database header data.";
 
-class HeaderArrays : public ::testing::Test {
+class HeaderArrays : public HEADER_TEST {
  protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-
-  // Writes the job and opens it; returns the failure flag.
-  bool OPEN(const JOB& job) {
-    job.WRITE(dir.FILE("job"));
-    return REOPEN();
-  }
-  bool REOPEN() {
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
-  }
-
-  SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
+  bool OPEN(const JOB& job) { return OPEN_WRITTEN(job); }
 };
 
 TEST_F(HeaderArrays, TablesTakeTheirShapesFromTheCounts) {
@@ -160,16 +141,47 @@ TEST_F(HeaderArrays, TheOpenPlacesIntegrationPointsAlongEachElement) {
   EXPECT_FALSE(db.TABLES.INTEGRATION_POINTS.ALLOCATED());
 }
 
+// The rows of the numbers that the user knows: the first row that holds a
+// number, except that an element number held by its own row is that row.
+TEST_F(HeaderArrays, NumbersFindTheirRows) {
+  builder::JOB job;
+  builder::MODEL& m = job.MODEL;
+  // Elements numbered out of order, 2 twice: in rows 2 and 4, and row 2 is
+  // not its own number's row, so the search from the top finds it first.
+  m.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 30}, {.FILE_NUMBER = 2, .USER_NUMBER = 2},
+                {.FILE_NUMBER = 3, .USER_NUMBER = 10}, {.FILE_NUMBER = 4, .USER_NUMBER = 3},
+                {.FILE_NUMBER = 5, .USER_NUMBER = 3}};
+  m.NODES = {{.FILE_NUMBER = 1, .USER_NUMBER = 7}, {.FILE_NUMBER = 2, .USER_NUMBER = 5},
+             {.FILE_NUMBER = 3, .USER_NUMBER = 7}};
+  m.AUX_ELEMENTS = {{.NUMBER = 4}, {.NUMBER = 9}, {.NUMBER = 9}};
+  m.AUX_NODES = {{.NUMBER = 11}, {.NUMBER = 12}};
+  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
+
+  EXPECT_EQ(db.POST_NODE_CODING(7), 1);
+  EXPECT_EQ(db.POST_NODE_CODING(5), 2);
+  EXPECT_EQ(db.POST_NODE_CODING(1), 0) << "a file number is no user's number";
+  EXPECT_EQ(db.POST_AUX_NODE_CODING(12), 2);
+  EXPECT_EQ(db.POST_AUX_NODE_CODING(-12), 0);
+
+  EXPECT_EQ(db.POST_ELEM_CODING(30), 1);
+  EXPECT_EQ(db.POST_ELEM_CODING(2), 2) << "row 2 holds 2";
+  EXPECT_EQ(db.POST_ELEM_CODING(3), 4) << "row 3 holds another number; the first row holding 3 is 4";
+  EXPECT_EQ(db.POST_ELEM_CODING(10), 3);
+  EXPECT_EQ(db.POST_ELEM_CODING(6), 0);
+  EXPECT_EQ(db.POST_ELEM_CODING(0), 0);
+  EXPECT_EQ(db.POST_ELEM_CODING(-9), -2) << "an auxiliary element, its row negated";
+  EXPECT_EQ(db.POST_ELEM_CODING(-30), 0);
+  EXPECT_EQ(db.POST_ELEM_CODING(std::numeric_limits<int32_t>::min()), 0);
+  EXPECT_EQ(db.POST_AUX_ELEM_CODING(4), 1);
+}
+
 TEST(NumberIndex, GivesTheFirstRowOfANumber) {
   NUMBER_INDEX index;
   const std::vector<int32_t> numbers{40, 7, -3, 7, 0, 40};
   ASSERT_TRUE(index.BUILD(numbers));
-  EXPECT_EQ(index.FIND(40), 1);
-  EXPECT_EQ(index.FIND(7), 2);
-  EXPECT_EQ(index.FIND(-3), 3);
-  EXPECT_EQ(index.FIND(0), 5);
-  EXPECT_EQ(index.FIND(8), 0);
-  EXPECT_EQ(index.FIND(41), 0);
+  for (const auto& [number, row] : {std::pair{40, 1}, {7, 2}, {-3, 3}, {0, 5}, {8, 0}, {41, 0}}) {
+    EXPECT_EQ(index.FIND(number), row) << number;
+  }
   ASSERT_TRUE(index.BUILD({}));
   EXPECT_EQ(index.FIND(40), 0);
 }

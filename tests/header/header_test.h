@@ -8,6 +8,7 @@
 #include <initializer_list>
 
 #include "builder/job.h"
+#include "frame/base/error_handling.h"
 #include "header/tide3_database_files.h"
 #include "support/scratch_dir.h"
 
@@ -17,18 +18,29 @@ class HEADER_TEST : public ::testing::Test {
  protected:
   void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
 
-  // Writes the job's motion file with the directory entries `dead` set to 0,
-  // an address before the file, and opens it; true when the open failed.
-  bool OPEN(const builder::JOB& job, std::initializer_list<int32_t> dead) {
+  // Writes the job's motion file with the directory entries `dead` set to
+  // `entry` (by default 0, an address before the file) and opens it; true
+  // when the open failed.
+  bool OPEN(const builder::JOB& job, std::initializer_list<int32_t> dead, int32_t entry = 0) {
     builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
-    for (const int32_t k : dead) image.PUT_INT(2 + (k - 1) / 8, (k - 1) % 8 + 1, 0);
+    for (const int32_t k : dead) image.PUT_INT(2 + (k - 1) / 8, (k - 1) % 8 + 1, entry);
     EXPECT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
+    return REOPEN();
   }
   bool OPEN(const builder::JOB& job, int32_t dead = 0) {
     return dead > 0 ? OPEN(job, {dead}) : OPEN(job, std::initializer_list<int32_t>{});
+  }
+  // Writes both files of the job and opens them.
+  bool OPEN_WRITTEN(const builder::JOB& job) {
+    job.WRITE(dir.FILE("job"));
+    return REOPEN();
+  }
+  // Opens what the folder holds, with the last message cleared first.
+  bool REOPEN() {
+    ERROR_HANDLING::ERROR3(false, "", "");
+    bool failed = false;
+    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    return failed;
   }
 
   testing::SCRATCH_DIR dir;

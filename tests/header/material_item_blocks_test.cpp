@@ -1,18 +1,13 @@
 // Blocks 48 to 52 read back: the plastic hardening models and their curves,
 // the damper elements, and the chain of binary items that carries a seabed
 // file; and the refusal of what the file cannot hold.
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
-#include "support/scratch_dir.h"
+#include "header_test.h"
 
 namespace tmrdar::header {
 namespace {
@@ -20,7 +15,6 @@ namespace {
 using builder::FILE_KIND;
 using builder::JOB;
 using builder::RECORD;
-using testing::SCRATCH_DIR;
 
 const std::string PREFIX = "Error: Database Postprocessing: ";
 const std::string COUNTS_FAILURE = PREFIX + "Unable to read from database header.";
@@ -45,28 +39,9 @@ std::string BYTES(std::size_t length, char first) {
   return text;
 }
 
-class MaterialItemBlocks : public ::testing::Test {
+class MaterialItemBlocks : public HEADER_TEST {
  protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-
-  // Writes the job and opens it; true when the open failed.
-  bool OPEN(const JOB& job) {
-    job.WRITE(dir.FILE("job"));
-    return REOPEN();
-  }
-  // Writes only the motion file, with directory entry k set to `entry`.
-  bool OPEN_WITH_ENTRY(const JOB& job, int32_t k, int32_t entry) {
-    builder::FILE_IMAGE image = job.IMAGE(FILE_KIND::MOTION);
-    image.PUT_INT(2 + (k - 1) / 8, (k - 1) % 8 + 1, entry);
-    image.WRITE(dir.FILE("job") + ".dbm");
-    return REOPEN();
-  }
-  bool REOPEN() {
-    ERROR_HANDLING::ERROR3(false, "", "");
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
-  }
+  bool OPEN(const JOB& job, int32_t dead = 0) { return dead > 0 ? HEADER_TEST::OPEN(job, dead) : OPEN_WRITTEN(job); }
   // Sets the items of block 52, the count in the header and their room in the layout.
   static void SET_ITEMS(JOB& job, const std::vector<std::vector<RECORD>>& items) {
     std::vector<RECORD>& block = job.BLOCKS[52];
@@ -76,9 +51,6 @@ class MaterialItemBlocks : public ::testing::Test {
     job.COUNTS.BINARY_DATA_RECORDS = static_cast<int32_t>(block.size());
   }
   const MOD_DATA_BLOCK::T_DATA_BLOCK& SEABED_BLOCK() const { return db.SEABED_PROFILE.DATA_BLOCK(); }
-
-  SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
 };
 
 TEST_F(MaterialItemBlocks, CountsAndModelsWithTheirCurves) {
@@ -244,7 +216,7 @@ TEST_F(MaterialItemBlocks, ABlockThatCannotBeReadReportsItsMessage) {
   const std::vector<std::pair<int32_t, std::string>> cases{
       {48, COUNTS_FAILURE}, {49, MODELS_FAILURE}, {50, MODELS_FAILURE}, {51, DAMPERS_FAILURE}, {52, ITEMS_FAILURE}};
   for (const auto& [block, message] : cases) {
-    EXPECT_TRUE(OPEN_WITH_ENTRY(job, block, 0)) << "block " << block;
+    EXPECT_TRUE(OPEN(job, block)) << "block " << block;
     EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), message) << "block " << block;
   }
 }

@@ -1,22 +1,17 @@
 // A model with a row in every header block, written by the builder and read
 // back field for field: each value is a different small number, so a word
 // read from the wrong place of the file cannot pass for the right one.
-#include <gtest/gtest.h>
-
 #include <string>
+#include <tuple>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
-#include "support/scratch_dir.h"
+#include "header_test.h"
 
 namespace tmrdar::header {
 namespace {
 
 using builder::JOB;
 using builder::MODEL;
-using testing::SCRATCH_DIR;
 
 // The next integer, real or name of a running count.
 struct COUNTER {
@@ -94,36 +89,31 @@ JOB EVERY_BLOCK() {
   return job;
 }
 
-class ModelRoundTrip : public ::testing::Test {
+class ModelRoundTrip : public HEADER_TEST {
  protected:
-  void SetUp() override {
-    job.WRITE(dir.FILE("job"));
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    ASSERT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
-  }
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
+  void SetUp() override { ASSERT_FALSE(OPEN_WRITTEN(job)) << ERROR_HANDLING::LAST_MESSAGE(); }
 
-  SCRATCH_DIR dir;
   const JOB job = EVERY_BLOCK();
   const MODEL& m = job.MODEL;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
   const HEADER_TABLES& t = db.TABLES;
 };
 
+template <typename T>
+const T& AT(const std::vector<T>& rows, int64_t i) {
+  return rows.at(static_cast<std::size_t>(i - 1));
+}
+
 TEST_F(ModelRoundTrip, StructureBlocks) {
   for (int64_t i = 1; i <= 9; ++i) {
-    const builder::ELEMENT& e = m.ELEMENTS[static_cast<std::size_t>(i - 1)];
-    EXPECT_EQ(t.ELEMENT_NUMBERS(i, 1), e.FILE_NUMBER);
-    EXPECT_EQ(t.ELEMENT_NUMBERS(i, 2), e.USER_NUMBER);
+    const builder::ELEMENT& e = AT(m.ELEMENTS, i);
+    EXPECT_EQ(std::tuple(t.ELEMENT_NUMBERS(i, 1), t.ELEMENT_NUMBERS(i, 2), t.ELEMENT_A8(i), t.ELEMENT_B5(i)),
+              std::tuple(e.FILE_NUMBER, e.USER_NUMBER, e.A8, e.B5));
     EXPECT_EQ(t.ELEMENT_NODES(i, 1), (i - 1) % 5 + 1) << "the end nodes become node rows";
     EXPECT_EQ(t.ELEMENT_NODES(i, 2), (i + 2) % 5 + 1);
     const std::vector<float> reals{t.ELEMENT_LENGTH(i), t.ELEMENT_A6(i), t.ELEMENT_A7(i), t.ELEMENT_B1(i),
                                    t.ELEMENT_B2(i),     t.ELEMENT_B3(i), t.ELEMENT_B4(i), t.ELEMENT_B6(i),
                                    t.ELEMENT_B7(i),     t.ELEMENT_B8(i), t.ELEMENT_C1(i)};
     EXPECT_EQ(reals, (std::vector<float>{e.LENGTH, e.A6, e.A7, e.B1, e.B2, e.B3, e.B4, e.B6, e.B7, e.B8, e.C1}));
-    EXPECT_EQ(t.ELEMENT_A8(i), e.A8);
-    EXPECT_EQ(t.ELEMENT_B5(i), e.B5);
     const std::vector<float> section{t.ELEMENT_SECTION_TABLE(i, 1), t.ELEMENT_SECTION_TABLE(i, 2),
                                      t.ELEMENT_SECTION_TABLE(i, 3), t.ELEMENT_SECTION_TABLE(i, 4)};
     EXPECT_EQ(section, (std::vector<float>{static_cast<float>(e.MATERIAL_1), static_cast<float>(e.MATERIAL_2),
@@ -135,23 +125,19 @@ TEST_F(ModelRoundTrip, StructureBlocks) {
                                 static_cast<float>(e_rows[0].POINTS), static_cast<float>(e_rows[1].POINTS),
                                 e_rows[0].VALUE_1, e_rows[1].VALUE_1, e_rows[0].VALUE_2, e_rows[1].VALUE_2}));
   for (int64_t j = 1; j <= 5; ++j) {
-    const builder::NODE& n = m.NODES[static_cast<std::size_t>(j - 1)];
-    EXPECT_EQ(t.NODE_NUMBERS(j, 1), n.FILE_NUMBER);
-    EXPECT_EQ(t.NODE_NUMBERS(j, 2), n.USER_NUMBER);
-    EXPECT_EQ(t.NODE_COORDINATES(1, j), n.X);
-    EXPECT_EQ(t.NODE_COORDINATES(2, j), n.Y);
-    EXPECT_EQ(t.NODE_COORDINATES(3, j), n.Z);
+    const builder::NODE& n = AT(m.NODES, j);
+    EXPECT_EQ(std::tuple(t.NODE_NUMBERS(j, 1), t.NODE_NUMBERS(j, 2), t.NODE_COORDINATES(1, j),
+                         t.NODE_COORDINATES(2, j), t.NODE_COORDINATES(3, j)),
+              std::tuple(n.FILE_NUMBER, n.USER_NUMBER, n.X, n.Y, n.Z));
   }
   // Node 1 has no slot; nodes 2 to 4 fill the room of three, node 5 is left out.
   EXPECT_EQ(t.CONDITION_NODES.DATA(), (std::vector<int32_t>{m.NODES[1].BOUNDARY_SLOT, m.NODES[2].BOUNDARY_SLOT,
                                                             m.NODES[3].BOUNDARY_SLOT}));
   const builder::AUX_ELEMENT& a = m.AUX_ELEMENTS[0];
-  EXPECT_EQ(t.AUX_ELEMENT_NUMBERS(1), a.NUMBER);
+  EXPECT_EQ(std::tuple(t.AUX_ELEMENT_NUMBERS(1), t.AUX_ELEMENT_R5(1), t.AUX_ELEMENT_R6(1), t.AUX_ELEMENT_R7(1),
+                       t.AUX_ELEMENT_W8(1), t.AUX_ELEMENT_W9(1)),
+            std::tuple(a.NUMBER, a.R5, a.R6, a.R7, a.W8, a.W9));
   EXPECT_EQ(t.AUX_ELEMENT_NODES.DATA(), (std::vector<int32_t>{a.NODES[0], a.NODES[1]}));
-  EXPECT_EQ((std::vector<float>{t.AUX_ELEMENT_R5(1), t.AUX_ELEMENT_R6(1), t.AUX_ELEMENT_R7(1)}),
-            (std::vector<float>{a.R5, a.R6, a.R7}));
-  EXPECT_EQ(t.AUX_ELEMENT_W8(1), a.W8);
-  EXPECT_EQ(t.AUX_ELEMENT_W9(1), a.W9);
   const auto& aux = m.AUX_NODES;
   EXPECT_EQ(t.AUX_NODE_NUMBERS.DATA(), (std::vector<int32_t>{aux[0].NUMBER, aux[1].NUMBER}));
   EXPECT_EQ(t.AUX_NODE_COORDINATES.DATA(),
@@ -161,8 +147,8 @@ TEST_F(ModelRoundTrip, StructureBlocks) {
 TEST_F(ModelRoundTrip, SeaBlocks) {
   ASSERT_EQ(db.SEABED_PROFILE.NUM_NODES(), 6);
   for (int32_t i = 1; i <= 6; ++i) {
-    EXPECT_EQ(db.SEABED_PROFILE.NODE(i, 2), m.SEABED.POINTS[static_cast<std::size_t>(i - 1)].FIRST) << i;
-    EXPECT_EQ(db.SEABED_PROFILE.NODE(i, 1), m.SEABED.POINTS[static_cast<std::size_t>(i - 1)].SECOND) << i;
+    EXPECT_EQ(std::pair(db.SEABED_PROFILE.NODE(i, 2), db.SEABED_PROFILE.NODE(i, 1)),
+              std::pair(AT(m.SEABED.POINTS, i).FIRST, AT(m.SEABED.POINTS, i).SECOND)) << i;
   }
   EXPECT_EQ(db.SEABED_PROFILE.SLOPE_DEG(), *m.SEABED.SLOPE);
   for (std::size_t r = 0; r < 2; ++r) {
@@ -172,80 +158,68 @@ TEST_F(ModelRoundTrip, SeaBlocks) {
   for (std::size_t r = 0; r < 3; ++r) {
     for (std::size_t c = 0; c < 5; ++c) EXPECT_EQ(t.DSP_WAVE_HARMONICS(c + 1, r + 1), m.DSP_WAVE_HARMONICS[r][c]);
   }
+  ASSERT_EQ(t.TARGET_SPECTRUM.EXTENT(1), 5);
   for (std::size_t r = 0; r < 5; ++r) {
-    EXPECT_EQ(t.TARGET_SPECTRUM(r + 1, 1), m.TARGET_SPECTRUM[r][0]);
-    EXPECT_EQ(t.TARGET_SPECTRUM(r + 1, 2), m.TARGET_SPECTRUM[r][1]);
+    for (std::size_t c = 0; c < 2; ++c) EXPECT_EQ(t.TARGET_SPECTRUM(r + 1, c + 1), m.TARGET_SPECTRUM[r][c]);
   }
   EXPECT_EQ(t.CONTACT_DIAMETERS.DATA(), m.CONTACT_DIAMETERS);
-  EXPECT_EQ(t.TARGET_SPECTRUM.EXTENT(1), 5);
 }
 
 TEST_F(ModelRoundTrip, SetsLabelsAndAttachments) {
   EXPECT_EQ(t.ELEMENT_SET_NAMES(1).VIEW(), std::string(255, 'e') + " ") << "the 256th character is not read";
   for (int64_t s = 1; s <= 3; ++s) {
-    const builder::NAMED_SET& set = m.ELEMENT_SETS[static_cast<std::size_t>(s - 1)];
+    const builder::NAMED_SET& set = AT(m.ELEMENT_SETS, s);
     if (s > 1) {
       EXPECT_EQ(t.ELEMENT_SET_NAMES(s).TRIMMED(), set.NAME);
     }
     EXPECT_EQ(t.ELEMENT_SET_COUNTS(s), static_cast<int32_t>(set.MEMBERS.size()));
-    EXPECT_EQ(t.ELEMENT_SET_MEMBERS[static_cast<std::size_t>(s - 1)], set.MEMBERS);
+    EXPECT_EQ(AT(t.ELEMENT_SET_MEMBERS, s), set.MEMBERS);
   }
-  EXPECT_EQ(t.NODE_SET_NAMES(1).TRIMMED(), m.NODE_SETS[0].NAME);
-  EXPECT_EQ(t.NODE_SET_COUNTS(1), 3);
-  EXPECT_EQ(t.NODE_SET_MEMBERS[0], m.NODE_SETS[0].MEMBERS);
+  EXPECT_EQ(std::tuple(t.NODE_SET_NAMES(1).TRIMMED(), t.NODE_SET_COUNTS(1), t.NODE_SET_MEMBERS[0]),
+            std::tuple(m.NODE_SETS[0].NAME, 3, m.NODE_SETS[0].MEMBERS));
   for (int64_t l = 1; l <= 2; ++l) {
-    const builder::LABEL& label = m.LABELS[static_cast<std::size_t>(l - 1)];
-    EXPECT_EQ(t.LABEL_NAMES(l).TRIMMED(), label.NAME);
-    EXPECT_EQ(t.LABEL_TARGETS(l, 1), label.NUMBER);
-    EXPECT_EQ(t.LABEL_TARGETS(l, 2), label.KIND);
+    const builder::LABEL& label = AT(m.LABELS, l);
+    EXPECT_EQ(std::tuple(t.LABEL_NAMES(l).TRIMMED(), t.LABEL_TARGETS(l, 1), t.LABEL_TARGETS(l, 2)),
+              std::tuple(label.NAME, label.NUMBER, label.KIND));
+    const builder::POINT_LOAD& load = AT(m.POINT_LOADS, l);
+    EXPECT_EQ(std::tuple(t.POINT_LOADS(1, l), t.POINT_LOADS(2, l), t.POINT_LOADS(3, l)),
+              std::tuple(static_cast<float>(load.W1), static_cast<float>(load.W2), load.W3));
   }
   EXPECT_EQ(t.POINT_MASS_NODES.DATA(), m.POINT_MASSES);
-  for (int64_t l = 1; l <= 2; ++l) {
-    const builder::POINT_LOAD& load = m.POINT_LOADS[static_cast<std::size_t>(l - 1)];
-    EXPECT_EQ(t.POINT_LOADS(1, l), static_cast<float>(load.W1));
-    EXPECT_EQ(t.POINT_LOADS(2, l), static_cast<float>(load.W2));
-    EXPECT_EQ(t.POINT_LOADS(3, l), load.W3);
-  }
   EXPECT_EQ(t.BOUNDARY_CONDITION_NODES.DATA(), m.BOUNDARY_CONDITIONS);
 }
 
 TEST_F(ModelRoundTrip, ContactAndInstallationBlocks) {
   for (int64_t i = 1; i <= 2; ++i) {
     for (int64_t j = 1; j <= 2; ++j) {
-      EXPECT_EQ(t.PIP_DATA(j, 1, i), m.PIPE_IN_PIPE[i - 1][j - 1][0]);
-      EXPECT_EQ(t.PIP_DATA(j, 2, i), m.PIPE_IN_PIPE[i - 1][j - 1][1]);
+      EXPECT_EQ(std::pair(t.PIP_DATA(j, 1, i), t.PIP_DATA(j, 2, i)),
+                std::pair(m.PIPE_IN_PIPE[i - 1][j - 1][0], m.PIPE_IN_PIPE[i - 1][j - 1][1]));
     }
   }
   for (int64_t g = 1; g <= 2; ++g) {
-    const builder::GUIDE_SURFACE& s = m.GUIDE_SURFACES[static_cast<std::size_t>(g - 1)];
-    EXPECT_EQ(t.GUIDE_SURFACE_IDS(g), s.ID);
-    EXPECT_EQ(t.GUIDE_SURFACE_VALUES(g, 1), s.VALUES[0]);
-    EXPECT_EQ(t.GUIDE_SURFACE_VALUES(g, 2), s.VALUES[1]);
-    EXPECT_EQ(t.GUIDE_SURFACE_SWITCHES(g, 1), s.SWITCHES[0] == 1) << g;
-    EXPECT_EQ(t.GUIDE_SURFACE_SWITCHES(g, 2), s.SWITCHES[1] == 1) << g;
-    EXPECT_EQ(t.GUIDE_SURFACE_FLAGS(g), s.FLAG == 1) << g;
-    EXPECT_EQ(t.GUIDE_SURFACE_NAMES(g).TRIMMED(), s.NAME);
+    const builder::GUIDE_SURFACE& s = AT(m.GUIDE_SURFACES, g);
+    EXPECT_EQ(std::tuple(t.GUIDE_SURFACE_IDS(g), t.GUIDE_SURFACE_VALUES(g, 1), t.GUIDE_SURFACE_VALUES(g, 2),
+                         bool{t.GUIDE_SURFACE_SWITCHES(g, 1)}, bool{t.GUIDE_SURFACE_SWITCHES(g, 2)},
+                         bool{t.GUIDE_SURFACE_FLAGS(g)}, t.GUIDE_SURFACE_NAMES(g).TRIMMED()),
+              std::tuple(s.ID, s.VALUES[0], s.VALUES[1], s.SWITCHES[0] == 1, s.SWITCHES[1] == 1, s.FLAG == 1, s.NAME))
+        << "guide " << g;
   }
   EXPECT_EQ(t.GUIDE_SURFACE_FLAG_COUNT, 1);
   for (int64_t p = 1; p <= 2; ++p) {
-    const builder::PANEL& panel = m.PANELS[static_cast<std::size_t>(p - 1)];
-    EXPECT_EQ(t.PANEL_TABLE(p, 1), panel[5]);
-    EXPECT_EQ(t.PANEL_TABLE(p, 2), panel[0]);
-    EXPECT_EQ(t.PANEL_TABLE(p, 3), panel[1]);
-    EXPECT_EQ(t.PANEL_TABLE(p, 4), panel[2]);
-    EXPECT_EQ(t.PANEL_VALUES(p), panel[3]);
-    EXPECT_EQ(t.ZERO_GAP_GUIDE_IDS(p), m.ZERO_GAP_GUIDES[static_cast<std::size_t>(p - 1)].ID);
-    EXPECT_EQ(t.ZERO_GAP_GUIDE_VALUES(p), m.ZERO_GAP_GUIDES[static_cast<std::size_t>(p - 1)].VALUES[0]);
-    const builder::INSTALLATION_CRITERION& criterion = m.INSTALLATION.CRITERIA[static_cast<std::size_t>(p - 1)];
-    EXPECT_EQ(t.INSTALLATION_CRITERIA_IDS(p), criterion.ID);
-    EXPECT_EQ(t.INSTALLATION_CRITERIA_VALUE_1(p), criterion.VALUE_1);
-    EXPECT_EQ(t.INSTALLATION_CRITERIA_VALUE_2(p), criterion.VALUE_2);
-    EXPECT_EQ(t.INSTALLATION_CRITERIA_NAMES(p).TRIMMED(), criterion.NAME);
-    const builder::FLOATING_BODY& body = m.FLOATING_BODIES[static_cast<std::size_t>(p - 1)];
-    EXPECT_EQ(t.FLOATING_BODY_IDS(p), body.ID);
-    EXPECT_EQ(t.FLOATING_BODY_NAMES(p).TRIMMED(), body.NAME);
-    EXPECT_EQ(t.FLOATING_BODY_VALUES(p), body.VALUE);
-    EXPECT_EQ(t.FLOATING_BODY_CODES(p), body.CODE);
+    const builder::PANEL& panel = AT(m.PANELS, p);
+    EXPECT_EQ(std::tuple(t.PANEL_TABLE(p, 1), t.PANEL_TABLE(p, 2), t.PANEL_TABLE(p, 3), t.PANEL_TABLE(p, 4),
+                         t.PANEL_VALUES(p)),
+              std::tuple(panel[5], panel[0], panel[1], panel[2], panel[3]));
+    EXPECT_EQ(std::pair(t.ZERO_GAP_GUIDE_IDS(p), t.ZERO_GAP_GUIDE_VALUES(p)),
+              std::pair(AT(m.ZERO_GAP_GUIDES, p).ID, AT(m.ZERO_GAP_GUIDES, p).VALUES[0]));
+    const builder::INSTALLATION_CRITERION& c = AT(m.INSTALLATION.CRITERIA, p);
+    EXPECT_EQ(std::tuple(t.INSTALLATION_CRITERIA_IDS(p), t.INSTALLATION_CRITERIA_VALUE_1(p),
+                         t.INSTALLATION_CRITERIA_VALUE_2(p), t.INSTALLATION_CRITERIA_NAMES(p).TRIMMED()),
+              std::tuple(c.ID, c.VALUE_1, c.VALUE_2, c.NAME));
+    const builder::FLOATING_BODY& body = AT(m.FLOATING_BODIES, p);
+    EXPECT_EQ(std::tuple(t.FLOATING_BODY_IDS(p), t.FLOATING_BODY_NAMES(p).TRIMMED(), t.FLOATING_BODY_VALUES(p),
+                         t.FLOATING_BODY_CODES(p)),
+              std::tuple(body.ID, body.NAME, body.VALUE, body.CODE));
   }
   EXPECT_EQ(t.INSTALLATION_SETTINGS, m.INSTALLATION.SETTINGS);
   const auto& chunks = m.VESSELS[0].NAME_CHUNKS;
@@ -254,27 +228,25 @@ TEST_F(ModelRoundTrip, ContactAndInstallationBlocks) {
 }
 
 TEST_F(ModelRoundTrip, MaterialAndItemBlocks) {
-  EXPECT_EQ(db.SHAPE_FUNCTION_FLAG, 2);
-  EXPECT_EQ(db.SHAPE_FUNCTION_ORDER, job.RUN.SHAPE_FUNCTION_ORDER);
-  EXPECT_EQ(db.OUTPUT_FLAGS[17], 1);
-  EXPECT_EQ(db.OUTPUT_FLAGS[18], 1);
+  EXPECT_EQ(std::tuple(db.SHAPE_FUNCTION_FLAG, db.SHAPE_FUNCTION_ORDER, db.OUTPUT_FLAGS[17], db.OUTPUT_FLAGS[18]),
+            std::tuple(2, job.RUN.SHAPE_FUNCTION_ORDER, 1, 1));
   ASSERT_EQ(db.NUM_PLASTIC_HARDENING_MODELS, 3);
   for (int64_t k = 1; k <= 3; ++k) {
-    const builder::PLASTIC_HARDENING_MODEL& written = m.PLASTIC_HARDENING_MODELS[static_cast<std::size_t>(k - 1)];
+    const builder::PLASTIC_HARDENING_MODEL& written = AT(m.PLASTIC_HARDENING_MODELS, k);
     const MOD_PLASTIC_HARDENING::T_PLASTIC_HARDENING& read = t.PLASTIC_HARDENING_MODELS(k);
     EXPECT_EQ(read.RULE, written.W2);
     ASSERT_EQ(read.NUM_PAIRS(), static_cast<int32_t>(written.POINTS.size()));
     EXPECT_EQ(read.NUM_POINTS, read.NUM_PAIRS());
     for (int32_t p = 1; p <= read.NUM_PAIRS(); ++p) {
-      EXPECT_EQ(read.DATA(1, p), static_cast<double>(written.POINTS[static_cast<std::size_t>(p - 1)][0]));
-      EXPECT_EQ(read.DATA(2, p), static_cast<double>(written.POINTS[static_cast<std::size_t>(p - 1)][1]));
+      EXPECT_EQ(std::pair(read.DATA(1, p), read.DATA(2, p)),
+                std::pair(double{AT(written.POINTS, p)[0]}, double{AT(written.POINTS, p)[1]}));
     }
   }
   EXPECT_EQ(t.DAMPER_ELEMENTS.DATA(), m.DAMPER_ELEMENTS);
   const builder::BINARY_ITEM& seabed = m.BINARY_ITEMS[1];
-  EXPECT_EQ(db.SEABED_PROFILE.DATA_BLOCK().VIEW(), seabed.BYTES) << "behind an item of another type";
-  EXPECT_EQ(db.SEABED_PROFILE.DATA_BLOCK().GET_TYPE(), seabed.TYPE);
-  EXPECT_EQ(db.SEABED_PROFILE.DATA_BLOCK().GET_KEY(), seabed.ID);
+  const MOD_DATA_BLOCK::T_DATA_BLOCK& block = db.SEABED_PROFILE.DATA_BLOCK();
+  EXPECT_EQ(std::tuple(block.VIEW(), block.GET_TYPE(), block.GET_KEY()),
+            std::tuple(seabed.BYTES, seabed.TYPE, seabed.ID)) << "behind an item of another type";
   EXPECT_EQ(t.TIME_LIST.DATA().back(), 0.1F) << "the one step is read behind the whole header";
 }
 

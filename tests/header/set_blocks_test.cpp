@@ -1,17 +1,10 @@
 // Blocks 26 to 31: sets, labels, point masses, point loads and boundary
 // conditions, read back field by field.
-#include <gtest/gtest.h>
-
-#include "header_test.h"
-
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
-#include "support/scratch_dir.h"
+#include "header_test.h"
 
 namespace tmrdar::header {
 namespace {

@@ -1,38 +1,21 @@
 // The time of every step, read at open from the step record of each frame,
 // and the word reads beneath it.
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <limits>
 #include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
-#include "support/scratch_dir.h"
+#include "header_test.h"
 
 namespace tmrdar::header {
 namespace {
 
 using builder::JOB;
-using testing::SCRATCH_DIR;
 
-class StepTimes : public ::testing::Test {
+class StepTimes : public HEADER_TEST {
  protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-
-  bool OPEN(const JOB& job) {
-    job.WRITE(dir.FILE("job"));
-    bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    return failed;
-  }
-
+  bool OPEN(const JOB& job) { return OPEN_WRITTEN(job); }
   std::vector<float> TIMES() const { return db.TABLES.TIME_LIST.DATA(); }
-
-  SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
 };
 
 TEST_F(StepTimes, TheTimeListReplacesTheRunSpan) {
@@ -124,9 +107,7 @@ TEST_F(StepTimes, WordRunsKeepTheirRecordsUntilAnotherIsNeeded) {
     image.PUT_REAL(r + 1, w, static_cast<float>(10 + w));
   }
   ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-  bool failed = true;
-  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-  ASSERT_FALSE(failed);
+  ASSERT_FALSE(REOPEN());
 
   std::vector<float> nine(9, -1.0F);
   bool error = true;

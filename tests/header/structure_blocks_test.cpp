@@ -1,19 +1,12 @@
 // The structural model blocks 16 to 21 read back, and the element end nodes
 // translated from file numbers to node rows.
-#include <gtest/gtest.h>
-
-#include "header_test.h"
-
 #include <algorithm>
 #include <bit>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
-#include "support/scratch_dir.h"
+#include "header_test.h"
 
 namespace tmrdar::header {
 namespace {
