@@ -3,35 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdlib>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "core/chars/blank_padded.h"
 #include "core/paths/char_fields.h"
 #include "support/scratch_dir.h"
+#include "support/temporary_directory.h"
 
 namespace tmrdar {
 namespace {
 
-// Sets TMPDIR for the life of the object.
-class TEMPORARY_DIRECTORY_SET {
- public:
-  explicit TEMPORARY_DIRECTORY_SET(const std::string& directory) {
-    if (const char* old = std::getenv("TMPDIR")) saved_ = old;
-    ::setenv("TMPDIR", directory.c_str(), 1);
-  }
-  ~TEMPORARY_DIRECTORY_SET() {
-    if (saved_) ::setenv("TMPDIR", saved_->c_str(), 1);
-    else ::unsetenv("TMPDIR");
-  }
-  TEMPORARY_DIRECTORY_SET(const TEMPORARY_DIRECTORY_SET&) = delete;
-  TEMPORARY_DIRECTORY_SET& operator=(const TEMPORARY_DIRECTORY_SET&) = delete;
-
- private:
-  std::optional<std::string> saved_;
-};
+using testing::TEMPORARY_DIRECTORY_SET;
 
 TEST(TemporaryFile, IsMadeInTheTemporaryDirectory) {
   testing::SCRATCH_DIR scratch;

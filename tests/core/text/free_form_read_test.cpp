@@ -14,8 +14,8 @@ using enum FREE_FORM_READ;
 TEST(FreeFormRead, RealsTellOverflowFromUnderflow) {
   float v = 0.0F;
   const std::pair<std::string_view, float> cases[] = {
-      {".5", 0.5F}, {"1q-1", 0.1F}, {"2-1", 0.2F}, {"3/4", 3.0F}, {"1e-50", 0.0F},
-      {"3.4028235e38", std::numeric_limits<float>::max()}};
+      {".5", 0.5F}, {"1q-1", 0.1F}, {"2-1", 0.2F}, {"3/4", 3.0F}, {"1e-50", 0.0F}, {"1.5D2", 150.0F},
+      {"-.5e+1", -5.0F}, {" 7 ", 7.0F}, {"3.4028235e38", std::numeric_limits<float>::max()}};
   for (const auto& [text, expected] : cases) {
     EXPECT_EQ(READ_FREE_FORM_REAL(text, v), VALUE) << text;
     EXPECT_EQ(v, expected) << text;
@@ -24,10 +24,25 @@ TEST(FreeFormRead, RealsTellOverflowFromUnderflow) {
   for (const std::string_view big : {"3.4028236e38", "-1e99999999999999", "0.0001e43"}) {
     EXPECT_EQ(READ_FREE_FORM_REAL(big, v), OUT_OF_RANGE) << big;
   }
-  for (const std::string_view bad : {".", "e5", "1e+", "1.2.3", "{7}"}) {
+  for (const std::string_view bad : {".", "e5", "1e+", "1.5e", "1.5x", "1.2.3", "{7}"}) {
     EXPECT_EQ(READ_FREE_FORM_REAL(bad, v), MALFORMED) << bad;
   }
   EXPECT_EQ(v, 3.0F);
+}
+
+TEST(FreeFormRead, IntegersEndAtTheirFieldAndFillThe32BitRange) {
+  const std::pair<std::string_view, int32_t> values[] = {
+      {"  42  ", 42}, {"-17,5", -17}, {"+8/", 8}, {"-2147483648", -2147483647 - 1}};
+  for (const auto& [text, expected] : values) {
+    int32_t n = 99;
+    EXPECT_EQ(READ_FREE_FORM_INTEGER(text, n), VALUE) << text;
+    EXPECT_EQ(n, expected) << text;
+  }
+  int32_t n = 99;
+  EXPECT_EQ(READ_FREE_FORM_INTEGER(",7", n), NULL_VALUE);
+  for (const std::string_view bad : {"abc", "12.5", "   "}) EXPECT_EQ(READ_FREE_FORM_INTEGER(bad, n), MALFORMED) << bad;
+  EXPECT_EQ(READ_FREE_FORM_INTEGER("2147483648", n), OUT_OF_RANGE);
+  EXPECT_EQ(n, 99);
 }
 
 TEST(FreeFormRead, RepeatCountsGiveTheValueOrNulls) {
