@@ -4,7 +4,6 @@
 #include "seabed/seabed_profile.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <cmath>
 #include <filesystem>
@@ -12,6 +11,7 @@
 #include <string>
 
 #include "support/scratch_dir.h"
+#include "support/temporary_directory.h"
 
 namespace tmrdar::MOD_SEABED_PROFILE {
 namespace {
@@ -293,19 +293,6 @@ TEST(FreeProcedures, IntersectionAndDistanceToLine) {
   EXPECT_NEAR(DISTANCE_TO_LINE({1, 1}, 0.0, {0, 3}, {5, 3}), std::hypot(1e10 - 1.0, 1e10 - 1.0), 1.0);
 }
 
-// Points TMPDIR at a directory while it lives.
-class TEMPORARY_DIRECTORY_AT {
- public:
-  explicit TEMPORARY_DIRECTORY_AT(const std::string& path) {
-    if (const char* old = std::getenv("TMPDIR")) old_ = old;
-    ::setenv("TMPDIR", path.c_str(), 1);
-  }
-  ~TEMPORARY_DIRECTORY_AT() { old_.empty() ? ::unsetenv("TMPDIR") : ::setenv("TMPDIR", old_.c_str(), 1); }
-
- private:
-  std::string old_;
-};
-
 TEST(SeabedDataBlock, LoadsThroughAScratchFileThatIsAlwaysRemoved) {
   testing::SCRATCH_DIR scratch;
   T_SEABED_PROFILE p;
@@ -322,11 +309,11 @@ TEST(SeabedDataBlock, LoadsThroughAScratchFileThatIsAlwaysRemoved) {
   p.SET_DATA_BLOCK(block);
   EXPECT_EQ(p.DATA_BLOCK().GET_KEY(), 4);
   {
-    TEMPORARY_DIRECTORY_AT nowhere(scratch.FILE("does-not-exist"));
+    testing::TEMPORARY_DIRECTORY_SET nowhere(scratch.FILE("does-not-exist"));
     p.LOAD_FROM_DATA_BLOCK(nullptr, nullptr, status);
     EXPECT_EQ(status, STATUS_OPEN_FAILED);
   }
-  TEMPORARY_DIRECTORY_AT redirect(scratch.PATH().string());
+  testing::TEMPORARY_DIRECTORY_SET redirect(scratch.PATH().string());
   p.LOAD_FROM_DATA_BLOCK(nullptr, nullptr, status);
   EXPECT_EQ(status, 0);
   double h = 0.0;
