@@ -13,11 +13,9 @@
 #include <vector>
 
 #include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
+#include "header/header_test.h"
 #include "results/derived_results.h"
 #include "results/letter_lookup.h"
-#include "support/scratch_dir.h"
 
 namespace tmrdar::builder {
 
@@ -245,16 +243,9 @@ TEST(FrameWords, EveryWordHoldsAValueThatNamesIt) {
 
 // The readers of the results library, each with its own word arithmetic,
 // find in every section the value that the builder says it put there.
-class ReadersOfTheFrames : public ::testing::Test {
+class ReadersOfTheFrames : public header::HEADER_TEST {
  protected:
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-
-  void OPEN(const JOB& job) {
-    job.WRITE(dir.FILE("job"));
-    bool failed = true;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    ASSERT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
-  }
+  void OPEN(const JOB& job) { ASSERT_FALSE(OPEN_WRITTEN(job)) << ERROR_HANDLING::LAST_MESSAGE(); }
   float LETTER(int32_t n, int32_t element, int32_t entry, int32_t parameter, char letter) {
     float value = 0.0F;
     bool error = true;
@@ -271,9 +262,6 @@ class ReadersOfTheFrames : public ::testing::Test {
     EXPECT_EQ(status, 0) << ERROR_HANDLING::LAST_MESSAGE();
     return value;
   }
-
-  testing::SCRATCH_DIR dir;
-  header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
 };
 
 TEST_F(ReadersOfTheFrames, EverySectionOfBothFiles) {
