@@ -1,6 +1,7 @@
 // The time of every step, read at open from the step record of each frame,
 // and the word reads beneath it.
 #include <bit>
+#include <filesystem>
 #include <limits>
 #include <string>
 #include <vector>
@@ -31,35 +32,28 @@ TEST_F(StepTimes, TheTimeListReplacesTheRunSpan) {
   EXPECT_EQ(db.HDR_4_2, 99.0F) << "the stored end time stays";
 }
 
-// The step record stands ahead of the vessel records, the two-record items
-// and the auxiliary element sets, which the frame's end anchors.
-TEST_F(StepTimes, TheMotionStepRecordIsFoundFromTheEndOfTheFrame) {
-  JOB job;
-  job.RUN.NUM_TIME_STEPS = 3;
-  job.RUN.NUM_NODES = 5;
-  job.RUN.OUTPUT_FLAGS[0] = 1;
-  job.RUN.NUM_VESSELS = 2;
-  job.RUN.TAIL_PAIR_COUNT_A = 1;
-  job.RUN.TAIL_PAIR_COUNT_B = 2;
-  job.RUN.NUM_AUX_ELEMENTS = 8;  // two records a set
-  job.RUN.AUX_ELEMENT_RESULT_SETS = 3;
-  job.STEP_TIMES = {1.5F, 2.5F, 3.5F};
-  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-  EXPECT_EQ(TIMES(), job.STEP_TIMES);
-}
-
-// Without a motion file the time comes from the force file, ahead of the
-// damper records at the end of each frame.
-TEST_F(StepTimes, AForceFileGivesTheTimeAheadOfItsDampers) {
-  JOB job;
-  job.MOTION.PRESENT = false;
-  job.RUN.NUM_TIME_STEPS = 2;
-  job.RUN.NUM_ELEMENTS = 3;
-  job.RUN.NUM_DAMPER_ELEMENTS = 2;
-  job.RUN.OUTPUT_FLAGS[4] = 1;
-  job.STEP_TIMES = {10.0F, 20.0F};
-  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-  EXPECT_EQ(TIMES(), job.STEP_TIMES);
+// The step record is found from the end of the frame: in the motion file
+// ahead of the vessel records, the two-record items and the auxiliary element
+// sets; without a motion file, in the force file ahead of the damper records.
+TEST_F(StepTimes, TheStepRecordIsFoundFromTheEndOfTheFrame) {
+  for (const bool motion : {true, false}) {
+    JOB job;
+    job.MOTION.PRESENT = motion;
+    job.RUN.NUM_TIME_STEPS = 3;
+    job.RUN.NUM_NODES = 5;
+    job.RUN.NUM_ELEMENTS = 3;
+    job.RUN.OUTPUT_FLAGS[0] = job.RUN.OUTPUT_FLAGS[4] = 1;
+    job.RUN.NUM_VESSELS = 2;
+    job.RUN.TAIL_PAIR_COUNT_A = 1;
+    job.RUN.TAIL_PAIR_COUNT_B = 2;
+    job.RUN.NUM_AUX_ELEMENTS = 8;  // two records a set
+    job.RUN.AUX_ELEMENT_RESULT_SETS = 3;
+    job.RUN.NUM_DAMPER_ELEMENTS = 2;
+    job.STEP_TIMES = {1.5F, 2.5F, 3.5F};
+    std::filesystem::remove(dir.FILE("job.dbm"));  // no motion file left from the round before
+    ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
+    EXPECT_EQ(TIMES(), job.STEP_TIMES) << (motion ? "motion" : "force");
+  }
 }
 
 TEST_F(StepTimes, AStepBeforeTheStartOfTheFileFailsTheHeader) {
