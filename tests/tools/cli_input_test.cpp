@@ -87,19 +87,19 @@ TEST(ToolInput, QuestionsTheJobCannotAnswer) {
       {{"nodes", missing}, "tmrdar: no database files found for " + missing + " (looked for .dbm and .dbf)"},
       {{"value", JOB, "displacement", "3", "--node", "999", "--step", "4"},
        "tmrdar: node 999 is not in the database"},
-      {{"value", JOB, "displacement", "3", "--node", "1", "--step", "101"},
-       "tmrdar: step 101 is not one of the job's steps, 1 to 100"},
+      {{"value", JOB, "displacement", "3", "--node", "1", "--step", "1001"},
+       "tmrdar: step 1001 is not one of the job's steps, 1 to 1000"},
       {{"value", JOB, "acceleration", "1", "--node", "1", "--step", "4"},
        "tmrdar: the motion database holds no nodal accelerations"},
-      {{"value", JOB, "element-force", "1", "--element", "99", "--position", "4", "--step", "4"},
-       "tmrdar: position 4 is not 1, 2 or 3 (start, middle or end of the element); element 99 is not in the "
+      {{"value", JOB, "element-force", "1", "--element", "999", "--position", "4", "--step", "4"},
+       "tmrdar: position 4 is not 1, 2 or 3 (start, middle or end of the element); element 999 is not in the "
        "database"},
       {{"value", JOB, "displacement", "1", "--label", "Nowhere", "--step", "4"},
        "tmrdar: label \"Nowhere\" is not in the database"},
-      {{"history", JOB, "time", "--count", "101"},
-       "tmrdar: a history of 101 steps is longer than the job's 100 steps"},
-      {{"history", JOB, "guide-surface-reaction", "magnitude", "--entry", "1"},
-       "tmrdar: guide surface 1 is not in the database (it has 0)"},
+      {{"history", JOB, "time", "--count", "1001"},
+       "tmrdar: a history of 1001 steps is longer than the job's 1000 steps"},
+      {{"history", JOB, "guide-surface-reaction", "magnitude", "--entry", "2"},
+       "tmrdar: guide surface 2 is not in the database (it has 1)"},
   };
   for (const auto& [arguments, reason] : cases) EXPECT_EQ(REASON(RUN_TOOL(arguments), 1), reason);
 }

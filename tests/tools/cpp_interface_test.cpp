@@ -60,8 +60,8 @@ TEST_F(CppInterface, OpensOneJobAtATimeAndClosesItWhenItGoesOutOfScope) {
     tmrdar::JOB sample(TMRDAR_SAMPLE_JOB);
     EXPECT_EQ(sample.CODES().MOTION, 13);
     EXPECT_EQ(sample.CODES().FORCE, 13);
-    EXPECT_EQ(sample.DIMENSIONS().NUM_ELEMENTS, 60);
-    EXPECT_EQ(sample.DIMENSIONS().NUM_NODES, 61);
+    EXPECT_EQ(sample.DIMENSIONS().NUM_ELEMENTS, 300);
+    EXPECT_EQ(sample.DIMENSIONS().NUM_NODES, 301);
     EXPECT_EQ(sample.DETAILS().TITLE, "Sample catenary riser in a regular wave");
     const auto [code, text] = FAILURE_OF([] { tmrdar::JOB second(TMRDAR_SAMPLE_JOB); });
     EXPECT_EQ(text, "another job is open: the library holds one job at a time");
@@ -70,7 +70,7 @@ TEST_F(CppInterface, OpensOneJobAtATimeAndClosesItWhenItGoesOutOfScope) {
     tmrdar::JOB moved = std::move(sample);
     EXPECT_FALSE(sample.IS_OPEN());
     EXPECT_EQ(FAILURE_OF([&] { sample.NODE(1); }), std::make_pair(0, std::string("the job is not open")));
-    EXPECT_EQ(moved.NODE(61).ROW, 61);
+    EXPECT_EQ(moved.NODE(301).ROW, 301);
   }
   tmrdar::JOB again = OPEN_SMALL();
   EXPECT_EQ(again.DIMENSIONS().NUM_TIME_STEPS, 3);
