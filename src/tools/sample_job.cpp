@@ -32,7 +32,7 @@ using tmrdar::builder::SECTION_KIND;
 constexpr int32_t ELEMENTS = 300;
 constexpr int32_t NODES = ELEMENTS + 1;
 constexpr int32_t STEPS = 1000;
-constexpr float TIME_STEP = 0.1F;             // s; 1000 steps are ten periods of the wave
+constexpr double TIME_STEP = 0.1;             // s; 1000 steps are ten periods of the wave
 constexpr double WAVE_PERIOD = 10.0;          // s
 constexpr int32_t TOUCHDOWN_ZONE = 200;       // the elements past this one are of a heavier section
 constexpr int32_t STIFFENER_ELEMENTS = 7;     // the bend stiffener covers the top elements, about 6 m
@@ -256,7 +256,10 @@ int main(int argc, char** argv) {
     // Steps of 0.1 s over ten periods of the wave; displacements,
     // velocities, reactions and two element sections in the frames.
     job.RUN.NUM_TIME_STEPS = STEPS;
-    job.TIME_STEP = TIME_STEP;
+    job.TIME_STEP = static_cast<float>(TIME_STEP);
+    // Each step's time is rounded once from its exact value, as 0.9 and not
+    // nine 0.1s added up.
+    for (int32_t n = 1; n <= STEPS; ++n) job.STEP_TIMES.push_back(static_cast<float>(n * TIME_STEP));
     job.RUN.START_TIME = job.TIME_STEP;
     job.RUN.HDR_4_2 = static_cast<float>(WAVE_PERIOD);
     for (const std::size_t flag : {1, 2, 4, 5, 6}) job.RUN.OUTPUT_FLAGS[flag - 1] = 1;
