@@ -21,16 +21,23 @@ std::string WORDS(std::initializer_list<int32_t> words) {
   return bytes;
 }
 
+// A record file of the given words, open for reading.
+class RecordFileStatus : public ::testing::Test {
+ protected:
+  bool OPEN_WORDS(std::initializer_list<int32_t> words) { return file.OPEN(dir.WRITE("f", WORDS(words)), MODE_READ); }
+
+  SCRATCH_DIR dir;
+  T_FILE file;
+};
+
 TEST(RecordAddresses, CountThirtyTwoBytesFromOne) {
   EXPECT_EQ(RECN4(1), 1);
   EXPECT_EQ(RECN4(2), 33);
   EXPECT_EQ(RECN8(100'000'000), 3'199'999'969LL);
 }
 
-TEST(RecordFileStatus, ANonZeroStatusSkipsEveryTransfer) {
-  SCRATCH_DIR dir;
-  T_FILE file;
-  ASSERT_TRUE(file.OPEN(dir.WRITE("f", WORDS({11, 22, 33})), MODE_READ));
+TEST_F(RecordFileStatus, ANonZeroStatusSkipsEveryTransfer) {
+  ASSERT_TRUE(OPEN_WORDS({11, 22, 33}));
   int32_t item = -7;
   int32_t status = 5;
   file.READ_1_INT_AT(item, 1, &status);
@@ -51,10 +58,8 @@ TEST(RecordFileStatus, ANonZeroStatusSkipsEveryTransfer) {
   EXPECT_EQ(status, 1);
 }
 
-TEST(RecordFileStatus, ReadsPastTheEndLeaveStaleDataAndNoFailure) {
-  SCRATCH_DIR dir;
-  T_FILE file;
-  ASSERT_TRUE(file.OPEN(dir.WRITE("f", WORDS({1, 2, 3, 4, 5, 6, 7, 8, 9})), MODE_READ));
+TEST_F(RecordFileStatus, ReadsPastTheEndLeaveStaleDataAndNoFailure) {
+  ASSERT_TRUE(OPEN_WORDS({1, 2, 3, 4, 5, 6, 7, 8, 9}));
   std::array<int32_t, 8> record{};
   record.fill(-1);
   int32_t status = 0;
@@ -68,10 +73,8 @@ TEST(RecordFileStatus, ReadsPastTheEndLeaveStaleDataAndNoFailure) {
   EXPECT_EQ(record[0], -2);
 }
 
-TEST(RecordFileStatus, PlainReadsContinueBehindAPositionedOne) {
-  SCRATCH_DIR dir;
-  T_FILE file;
-  ASSERT_TRUE(file.OPEN(dir.WRITE("f", WORDS({1, 2, 3, 4})), MODE_READ));
+TEST_F(RecordFileStatus, PlainReadsContinueBehindAPositionedOne) {
+  ASSERT_TRUE(OPEN_WORDS({1, 2, 3, 4}));
   int32_t a = 0;
   int32_t b = 0;
   float c = 0.0F;
@@ -87,10 +90,8 @@ TEST(RecordFileStatus, PlainReadsContinueBehindAPositionedOne) {
   EXPECT_EQ(raw, 4);
 }
 
-TEST(RecordFileStatus, StridedReadsFillOneRowOfAColumnMajorTable) {
-  SCRATCH_DIR dir;
-  T_FILE file;
-  ASSERT_TRUE(file.OPEN(dir.WRITE("f", WORDS({7, 8, 9})), MODE_READ));
+TEST_F(RecordFileStatus, StridedReadsFillOneRowOfAColumnMajorTable) {
+  ASSERT_TRUE(OPEN_WORDS({7, 8, 9}));
   // A 2 x 4 table stored by columns; row 2 has stride 2. Only three words are
   // in the file, so the fourth entry keeps its value.
   std::array<int32_t, 8> table{0, -1, 0, -1, 0, -1, 0, -1};
