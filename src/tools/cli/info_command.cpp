@@ -35,7 +35,10 @@ std::string FILE_STATE(int32_t code) {
 
 std::string WORDS(const std::array<int32_t, 5>& words) {
   std::string text;
-  for (const int32_t word : words) text += (text.empty() ? "" : " ") + std::to_string(word);
+  for (const int32_t word : words) {
+    if (!text.empty()) text += ' ';
+    text += std::to_string(word);
+  }
   return text;
 }
 

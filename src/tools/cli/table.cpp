@@ -23,10 +23,11 @@ void TABLE::PRINT(std::FILE* out, bool csv, bool names_in_text) const {
     for (std::size_t c = 0; c < cells.size(); ++c) {
       std::string cell = cells[c];
       if (csv) {
-        text += (c > 0 ? "," : "") + CSV_FIELD(cell);
+        if (c > 0) text += ',';
+        text += CSV_FIELD(cell);
         continue;
       }
-      if (cell.empty()) cell = "-";
+      if (cell.empty()) cell.assign(1, '-');
       const std::string pad(widths[c] - std::min(widths[c], cell.size()), ' ');
       if (c > 0) text += "  ";
       text += aligns_[c] == ALIGN::RIGHT ? pad + cell : (c + 1 < cells.size() ? cell + pad : cell);
