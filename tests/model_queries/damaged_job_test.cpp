@@ -1,8 +1,6 @@
 // Jobs damaged word by word and cut short: every query answers one of its
 // codes, whether the job opened or not, and no routine reads outside a table
 // (a table throws there; the sanitizer builds run this too).
-#include <vector>
-
 #include "builder/file_image.h"
 #include "model_queries/model_queries.h"
 #include "model_queries/open_job.h"
@@ -10,7 +8,8 @@
 namespace tmrdar::model_queries {
 namespace {
 
-// Every routine behind the exports, on one number.
+// Every routine behind the exports, on one number taken as a number and as a
+// row.
 void ASK_ROUTINES(const header::TIDE3_DATABASE_FILES& db, int32_t number) {
   std::array<int32_t, 20> ints{};
   std::array<float, 20> reals{};
@@ -57,26 +56,24 @@ TEST_F(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
     int32_t mc = 13;
     int32_t fc = 0;
     for (int32_t number = -4; number <= 12; ++number) {
+      SCOPED_TRACE(::testing::Message() << "round " << round << ", number " << number);
+      std::array<int32_t, 20> ints{};
+      std::array<float, 20> reals{};
+      int32_t n = 20;
       for (int32_t kind = 0; kind <= 1; ++kind) {
-        std::array<float, 3> xyz{};
-        const int32_t node = GetNodeProperties(&mc, &fc, &number, &kind, xyz.data());
-        EXPECT_TRUE(node >= 0 && node <= 2) << "round " << round;
-        int32_t n = 20;
-        std::array<int32_t, 20> ints{};
-        std::array<float, 20> reals{};
+        const int32_t node = GetNodeProperties(&mc, &fc, &number, &kind, reals.data());
+        EXPECT_TRUE(node >= 0 && node <= 2) << node;
         const int32_t element = GetElementProperties(&mc, &fc, &number, &kind, &n, ints.data(), reals.data());
-        EXPECT_TRUE(element == 0 || element == -1) << "round " << round;
+        EXPECT_TRUE(element == 0 || element == -1) << element;
       }
       for (int32_t position = 1; position <= 3; ++position) {
-        float distance = 0.0F;
-        const int32_t result = GetDistanceAlongRiser(&mc, &fc, &number, &position, &distance);
-        EXPECT_TRUE(result == 0 || result == -1) << "round " << round;
+        const int32_t distance = GetDistanceAlongRiser(&mc, &fc, &number, &position, reals.data());
+        EXPECT_TRUE(distance == 0 || distance == -1) << distance;
       }
       int32_t capacity = 8;
-      std::array<float, 16> pairs{};
-      const int32_t curve = GetProcessedDirectStressStrainData(&mc, &fc, &number, &capacity, pairs.data());
-      EXPECT_TRUE(curve == -number || curve >= 0) << "round " << round;
-      EXPECT_NO_THROW(ASK_ROUTINES(DB(), number)) << "round " << round;
+      const int32_t curve = GetProcessedDirectStressStrainData(&mc, &fc, &number, &capacity, reals.data());
+      EXPECT_TRUE(curve == -number || curve >= 0) << curve;
+      EXPECT_NO_THROW(ASK_ROUTINES(DB(), number));
     }
   }
   EXPECT_GT(opened, 30) << "enough damaged jobs open to be asked";

@@ -1,32 +1,34 @@
 // What an element is made of: the slots of main and auxiliary elements, the
-// size rules, the marks of unset slots and the order of the argument tests.
+// size rules, the marks of unset slots, the order of the argument tests, and
+// the fluid outside an element, found through the pipe-in-pipe pairs.
 #include <bit>
+#include <random>
+#include <tuple>
 #include <vector>
 
+#include "model_queries/model_queries.h"
 #include "model_queries/open_job.h"
 
 namespace tmrdar::model_queries {
 namespace {
 
-// One call's result and arrays, of `size` slots that held 99 before.
-struct ANSWER {
-  int32_t result = 0;
-  std::vector<int32_t> ints;
-  std::vector<float> reals;
-};
+// One call's result and arrays.
+using ANSWER = std::tuple<int32_t, std::vector<int32_t>, std::vector<float>>;
 
 class ElementProperties : public OpenJob {
  protected:
+  // The answer in arrays of `size` slots (default: n) that held 99 before.
   ANSWER ASK(int32_t number, int32_t kind, int32_t n, int32_t size = -1, int32_t m = 13, int32_t f = 13) {
-    ANSWER a{0, std::vector<int32_t>(static_cast<std::size_t>(size < 0 ? n : size), 99),
-             std::vector<float>(static_cast<std::size_t>(size < 0 ? n : size), 99.0F)};
-    a.result = GetElementProperties(&m, &f, &number, &kind, &n, a.ints.data(), a.reals.data());
+    const auto slots = static_cast<std::size_t>(size < 0 ? n : size);
+    ANSWER a{0, std::vector<int32_t>(slots, 99), std::vector<float>(slots, 99.0F)};
+    std::get<0>(a) = GetElementProperties(&m, &f, &number, &kind, &n, std::get<1>(a).data(), std::get<2>(a).data());
     return a;
   }
 };
 
-std::vector<int32_t> MARKS(std::size_t n, std::vector<int32_t> head = {}) {
-  head.resize(n, -1);
+template <typename T>
+std::vector<T> MARKS(std::size_t n, std::vector<T> head = {}) {
+  head.resize(n, T(-1));
   return head;
 }
 
@@ -51,61 +53,40 @@ builder::JOB MODEL() {
   return job;
 }
 
-TEST_F(ElementProperties, SlotsOfMainElements) {
+TEST_F(ElementProperties, SlotsSizesMarksAndCodes) {
   ASSERT_TRUE(OPEN(MODEL()));
-  ANSWER a = ASK(1, 0, 17);
-  EXPECT_EQ(a.result, 0);
-  EXPECT_EQ(a.ints, MARKS(17, {1, 100, 300, 8, 55, -12, 14}));
-  EXPECT_EQ(a.reals, (std::vector<float>{5.0F, 1025.0F, 0.5F, 0.0F, 1.25F, 2.25F, 3.25F, 4.25F, 13.5F, 6.5F, 7.5F,
-                                         6.25F, 7.25F, 8.25F, 9.5F, -1.0F, -1.0F}));
-  a = ASK(3, 0, 15);
-  EXPECT_EQ(a.ints, MARKS(15, {2, 200, -1, 0, 0, 0, 0})) << "an end left as a file number has no node";
-  EXPECT_EQ(std::bit_cast<uint32_t>(a.reals[0]), 0x322BCC77U) << "a negative length reads 1.0e-8";
-  a = ASK(2, 0, 15);
-  EXPECT_EQ(a.ints, MARKS(15, {3, 300, -1, 0, 0, 0, 0}));
-}
-
-TEST_F(ElementProperties, KindThenMarksThenVersionThenNumberThenSize) {
-  ASSERT_TRUE(OPEN(MODEL()));
-  ANSWER a = ASK(1, 7, 20, 20, BAD_M, BAD_F);
-  EXPECT_EQ(a.result, -3);
-  EXPECT_EQ(a.ints, std::vector<int32_t>(20, 99)) << "a bad kind touches nothing";
-  a = ASK(1, 0, 20, 20, BAD_M, BAD_F);
-  EXPECT_EQ(a.result, -2) << "where the node query's -2 is a bad kind";
-  EXPECT_EQ(a.ints, MARKS(20));
-  EXPECT_EQ(a.reals, std::vector<float>(20, -1.0F));
-  for (const int32_t number : {0, 4, -7}) EXPECT_EQ(ASK(number, 0, 20).ints, MARKS(20)) << number;
-  EXPECT_EQ(ASK(0, 0, 20).result, -1);
-  EXPECT_EQ(ASK(-7, 0, 20).result, -1) << "in no auxiliary row";
-
-  a = ASK(1, 0, 14);
-  EXPECT_EQ(a.result, 15);
-  EXPECT_EQ(a.ints, MARKS(14));
-  EXPECT_EQ(ASK(1, 0, 15).reals[14], 9.5F);
-  a = ASK(1, 0, 0, 15);
-  EXPECT_EQ(a.result, 15);
-  EXPECT_EQ(a.ints, std::vector<int32_t>(15, 99)) << "no slots, nothing marked";
-  EXPECT_EQ(ASK(1, 0, 3, 5).ints, (std::vector<int32_t>{-1, -1, -1, 99, 99}));
-}
-
-TEST_F(ElementProperties, AuxiliaryElementsByTheirNumberOrItsNegative) {
-  ASSERT_TRUE(OPEN(MODEL()));
-  ANSWER a = ASK(5, 1, 6);
-  EXPECT_EQ(a.result, 0);
-  EXPECT_EQ(a.ints, MARKS(6, {1, 13, 11, 77}));
-  EXPECT_EQ(a.reals, std::vector<float>(6, -1.0F));
-  EXPECT_EQ(ASK(6, 1, 4).ints, MARKS(4, {2, 12, -1, 78})) << "node row 4 of a table of 3";
-  a = ASK(5, 1, 3);
-  EXPECT_EQ(a.result, 4);
-  EXPECT_EQ(a.ints, MARKS(3));
-  EXPECT_EQ(ASK(-5, 1, 4).result, -1) << "kind 1 takes the number as given";
-
-  // Kind 0 and a negative number: that auxiliary element, with its size rule.
-  a = ASK(-6, 0, 4);
-  EXPECT_EQ(a.result, 0);
-  EXPECT_EQ(a.ints, MARKS(4, {2, 12, -1, 78}));
-  EXPECT_EQ(a.reals, std::vector<float>(4, -1.0F));
-  EXPECT_EQ(ASK(-5, 0, 3).result, 4);
+  const float tiny = std::bit_cast<float>(0x322BCC77U);  // 1.0e-8, for a negative length
+  // A row whose only real value is its length: the default fluid, the rest 0.
+  const auto bare = [](float length) { return std::vector<float>{length, 1025, 0.5F, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}; };
+  const struct {
+    int32_t number, kind, n, size, m, f;
+    ANSWER answer;
+    const char* why;
+  } cases[] = {
+      {1, 0, 17, -1, 13, 13,
+       {0, MARKS<int32_t>(17, {1, 100, 300, 8, 55, -12, 14}),
+        MARKS<float>(17, {5, 1025, 0.5F, 0, 1.25F, 2.25F, 3.25F, 4.25F, 13.5F, 6.5F, 7.5F, 6.25F, 7.25F, 8.25F, 9.5F})},
+       "every slot, the rest marked"},
+      {3, 0, 15, -1, 13, 13, {0, MARKS<int32_t>(15, {2, 200, -1, 0, 0, 0, 0}), bare(tiny)}, "an end left a file number"},
+      {2, 0, 15, -1, 13, 13, {0, MARKS<int32_t>(15, {3, 300, -1, 0, 0, 0, 0}), bare(0)}, "an end past the nodes"},
+      {1, 7, 20, -1, BAD_M, BAD_F, {-3, std::vector<int32_t>(20, 99), std::vector<float>(20, 99)}, "kind first"},
+      {1, 0, 20, -1, BAD_M, BAD_F, {-2, MARKS<int32_t>(20), MARKS<float>(20)}, "marked, then the version"},
+      {0, 0, 20, -1, 13, 13, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "no element 0"},
+      {4, 0, 20, -1, 13, 13, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "no element 4"},
+      {-7, 0, 20, -1, 13, 13, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "in no auxiliary row"},
+      {1, 0, 14, -1, 13, 13, {15, MARKS<int32_t>(14), MARKS<float>(14)}, "one slot short"},
+      {1, 0, 0, 15, 13, 13, {15, std::vector<int32_t>(15, 99), std::vector<float>(15, 99)}, "no slots, none marked"},
+      {1, 0, 3, 5, 13, 13, {15, {-1, -1, -1, 99, 99}, {-1, -1, -1, 99, 99}}, "n slots marked"},
+      {5, 1, 6, -1, 13, 13, {0, MARKS<int32_t>(6, {1, 13, 11, 77}), MARKS<float>(6)}, "auxiliary"},
+      {6, 1, 4, -1, 13, 13, {0, {2, 12, -1, 78}, MARKS<float>(4)}, "node row 4 of a table of 3"},
+      {5, 1, 3, -1, 13, 13, {4, MARKS<int32_t>(3), MARKS<float>(3)}, "one auxiliary slot short"},
+      {-5, 1, 4, -1, 13, 13, {-1, MARKS<int32_t>(4), MARKS<float>(4)}, "kind 1 takes the number as given"},
+      {-6, 0, 4, -1, 13, 13, {0, {2, 12, -1, 78}, MARKS<float>(4)}, "kind 0, negative: that auxiliary element"},
+      {-5, 0, 3, -1, 13, 13, {4, MARKS<int32_t>(3), MARKS<float>(3)}, "with the auxiliary size rule"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ASK(c.number, c.kind, c.n, c.size, c.m, c.f), c.answer) << c.number << " of kind " << c.kind << ": " << c.why;
+  }
 }
 
 TEST_F(ElementProperties, SlotsSixAndSevenRoundHalvesAwayFromZero) {
@@ -116,9 +97,73 @@ TEST_F(ElementProperties, SlotsSixAndSevenRoundHalvesAwayFromZero) {
   for (const auto& [value, rounded] : cases) {
     section(1, 2) = value;
     section(1, 4) = -value;
-    const ANSWER a = ASK(1, 0, 15);
-    EXPECT_EQ(a.ints[5], rounded) << value;
-    EXPECT_EQ(a.ints[6], value > 1e9F ? -2147483647 - 1 : -rounded) << value;
+    const std::vector<int32_t> ints = std::get<1>(ASK(1, 0, 15));
+    EXPECT_EQ(ints[5], rounded) << value;
+    EXPECT_EQ(ints[6], value > 1e9F ? -2147483647 - 1 : -rounded) << value;
+  }
+}
+
+using FLUID = std::array<float, 3>;
+constexpr FLUID DEFAULTS{1025.0F, 0.5F, 0.0F};
+FLUID OF(int32_t e) { return {10.0F * e + 1, 10.0F * e + 2, 10.0F * e + 3}; }
+
+// Elements 1 to n with the B values OF(e), and these pairs.
+builder::JOB PAIRED(int32_t n, const std::vector<builder::PIP_CONNECTION>& pairs) {
+  builder::JOB job;
+  job.RUN.EXTERNAL_FLUID_DEFAULT_A = DEFAULTS[0];
+  job.RUN.EXTERNAL_FLUID_DEFAULT_B = DEFAULTS[1];
+  for (int32_t e = 1; e <= n; ++e) {
+    job.MODEL.ELEMENTS.push_back({.FILE_NUMBER = e, .USER_NUMBER = e, .B1 = OF(e)[0], .B2 = OF(e)[1], .B3 = OF(e)[2]});
+  }
+  job.MODEL.PIPE_IN_PIPE = pairs;
+  return job;
+}
+
+TEST_F(ElementProperties, TheFluidOfTheElementInTheFirstRowOfThePairWhoseSearchFindsIt) {
+  // Row 2 of the pair names element 2 in column 1, yet element 1 encloses 5;
+  // words before the pair's column 2 are not searched.
+  ASSERT_TRUE(OPEN(PAIRED(5, {{{1, 4}, {2, 5}}})));
+  const std::array<int32_t, 5> outer{0, 0, 0, 1, 1};  // of elements 1 to 5, 0 for the defaults
+  for (int32_t e = 1; e <= 5; ++e) {
+    const std::vector<float> reals = std::get<2>(ASK(e, 0, 15));
+    EXPECT_EQ((FLUID{reals[1], reals[2], reals[3]}), outer[e - 1] == 0 ? DEFAULTS : OF(outer[e - 1])) << e;
+  }
+}
+
+// The search as a walk of the table's storage: pair by pair, NUM_ELEMENTS
+// words from column 2 of the pair on, never past the end of the table.
+FLUID WALK(const header::TIDE3_DATABASE_FILES& db, int32_t e) {
+  const header::HEADER_TABLES& t = db.TABLES;
+  const std::vector<int32_t>& words = t.PIP_DATA.DATA();
+  const int64_t p = t.PIP_DATA.EXTENT(1);
+  for (int64_t k = 1; k <= db.NUM_PIPE_IN_PIPE; ++k) {
+    for (int64_t word = p + 2 * p * (k - 1); word < p + 2 * p * (k - 1) + db.NUM_ELEMENTS; ++word) {
+      if (word >= static_cast<int64_t>(words.size()) || words[static_cast<std::size_t>(word)] != e) continue;
+      const int32_t outer = t.PIP_DATA(1, 1, k);
+      if (outer < 1 || outer > t.ELEMENT_B1.EXTENT()) return DEFAULTS;
+      return {t.ELEMENT_B1(outer), t.ELEMENT_B2(outer), t.ELEMENT_B3(outer)};
+    }
+  }
+  return DEFAULTS;
+}
+
+TEST_F(ElementProperties, ThePairsFoundAtOpenAnswerAsTheWalkOfTheTable) {
+  ASSERT_TRUE(OPEN(PAIRED(6, {})));
+  header::TIDE3_DATABASE_FILES& db = DB();
+  std::mt19937 random(20240611);
+  const auto pick = [&](int32_t low, int32_t high) { return std::uniform_int_distribution<int32_t>(low, high)(random); };
+  for (int trial = 0; trial < 400; ++trial) {
+    const int32_t pairs = pick(0, 5);
+    db.NUM_ELEMENTS = pick(1, 14);  // the search's reach, whatever the tables hold
+    db.NUM_PIPE_IN_PIPE = pairs;
+    ASSERT_TRUE(db.TABLES.PIP_DATA.ALLOCATE({pick(1, 4), 2, pairs}));
+    for (int32_t& word : db.TABLES.PIP_DATA.STORAGE()) word = pick(-1, 8);
+    ASSERT_TRUE(header::BUILD_MODEL_QUERY_TABLES(db));
+    for (int32_t e = 1; e <= 6; ++e) {
+      FLUID fluid{};
+      GET_EXTERNAL_FLUID_PROP(db, e, fluid[0], fluid[1], fluid[2]);
+      ASSERT_EQ(fluid, WALK(db, e)) << "trial " << trial << ", element row " << e;
+    }
   }
 }
 

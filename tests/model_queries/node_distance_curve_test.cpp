@@ -1,0 +1,196 @@
+// Where a node lies, how far along the riser an element lies (rows end to
+// end in row order, in a 32-bit sum), the points of a nonlinear material
+// curve as pairs, and the membership predicates over node and element tables.
+#include <bit>
+#include <vector>
+
+#include "model_queries/membership.h"
+#include "model_queries/open_job.h"
+
+namespace tmrdar::model_queries {
+namespace {
+
+using XYZ = std::array<float, 3>;
+constexpr float U = -7.0F;  // a place left untouched
+constexpr XYZ UNTOUCHED{U, U, U};
+
+class NodeProperties : public OpenJob {};
+
+TEST_F(NodeProperties, RowsCoordinatesAndCodes) {
+  builder::JOB job;
+  job.FORCE.PRESENT = false;
+  // Out of order, 7 twice, a node numbered 0, file numbers that are other
+  // nodes' user numbers.
+  job.MODEL.NODES = {{.FILE_NUMBER = 3, .X = 1.0F, .Y = 2.0F, .Z = 3.0F, .USER_NUMBER = 30},
+                     {.FILE_NUMBER = 1, .X = 4.0F, .Y = 5.0F, .Z = 6.0F, .USER_NUMBER = 7},
+                     {.FILE_NUMBER = 2, .X = -1.5F, .USER_NUMBER = 0},
+                     {.FILE_NUMBER = 7, .X = 9.0F, .USER_NUMBER = 7}};
+  job.MODEL.AUX_NODES = {{.NUMBER = 11, .X = 1.0F, .Y = 2.0F, .Z = 3.0F}, {.NUMBER = 7, .X = 4.0F, .Y = 5.0F, .Z = 6.0F}};
+  ASSERT_TRUE(OPEN(job));
+  const struct {
+    int32_t number, kind, m, f, row;
+    XYZ xyz;
+    const char* why;
+  } cases[] = {
+      {7, 0, M, F, 2, {4.0F, 5.0F, 6.0F}, "the lower of two rows, with the codes of a job with no force file"},
+      {0, 0, 13, 13, 3, {-1.5F, 0.0F, 0.0F}, "0 is a number like any other"},
+      {7, 1, 13, 13, 2, {4.0F, 5.0F, 6.0F}, "an auxiliary node's values stand a column apart in their table"},
+      {3, 0, 13, 13, 0, UNTOUCHED, "a file number is no user's number"},
+      {30, 1, 13, 13, 0, UNTOUCHED, "no auxiliary node 30"},
+      {7, 2, BAD_M, BAD_F, -2, UNTOUCHED, "a bad kind wins over a bad version"},
+      {7, 0, BAD_M, BAD_F, -1, UNTOUCHED, "codes of no format"},
+      {7, 1, -1, 0, -1, UNTOUCHED, "an unreadable motion file"},
+  };
+  for (auto c : cases) {
+    XYZ xyz = UNTOUCHED;
+    EXPECT_EQ(GetNodeProperties(&c.m, &c.f, &c.number, &c.kind, xyz.data()), c.row) << c.why;
+    EXPECT_EQ(xyz, c.xyz) << c.why;
+  }
+}
+
+TEST(Misc, MembershipPredicates) {
+  using namespace MEMBERSHIP;
+  // Node table (3, 2), user numbers 30, 7, 12; pairs (2, 2) of node rows,
+  // with row 2 only in column 2 and the number 30 standing in the table too.
+  const std::vector<int32_t> nodes{1, 2, 3, 30, 7, 12};
+  const std::vector<int32_t> pairs{1, 1, 30, 2};
+  EXPECT_EQ(IS_NODE_IN_DATABASE(7, 3, 2, 99, nodes, pairs), LOGICAL_TRUE);
+  EXPECT_EQ(IS_NODE_IN_DATABASE(12, 3, 2, 0, nodes, pairs), LOGICAL_FALSE) << "row 3 is in no pair";
+  EXPECT_EQ(IS_NODE_IN_DATABASE(2, 3, 2, 0, nodes, pairs), LOGICAL_FALSE) << "a file number";
+  EXPECT_EQ(IS_NODE_IN_DATABASE(7, 3, 0, 0, nodes, pairs), LOGICAL_FALSE) << "no pairs";
+
+  const std::vector<int32_t> elements{4, 5, 6, 40, 50, 60};
+  EXPECT_EQ(IS_ELEMENT_IN_DATABASE(50, elements, 3), LOGICAL_TRUE);
+  EXPECT_EQ(IS_ELEMENT_IN_DATABASE(5, elements, 3), LOGICAL_FALSE) << "column 1 is not looked at";
+  EXPECT_EQ(IS_ELEMENT_IN_DATABASE(50, elements, 0), LOGICAL_FALSE);
+
+  const std::vector<int32_t> set{8, 3, 9, 3};
+  EXPECT_EQ(ELEM_IN_SET(3, set, 4), 2);
+  EXPECT_EQ(ELEM_IN_SET(9, set, 2), 0) << "beyond the length given";
+  EXPECT_EQ(ELEM_IN_SET(3, {}, 5), 0) << "nothing read past the list";
+}
+
+
+class DistanceAlongRiser : public OpenJob {
+ protected:
+  // The result and the distance written.
+  std::pair<int32_t, float> ASK(int32_t number, int32_t position, int32_t m = 13, int32_t f = 13) {
+    float distance = U;
+    return {GetDistanceAlongRiser(&m, &f, &number, &position, &distance), distance};
+  }
+};
+
+TEST_F(DistanceAlongRiser, RowsEndToEndInRowOrderAndTheCodes) {
+  builder::JOB job;
+  // Numbered out of order; row 2 stored negative, row 3 of length zero.
+  job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 4, .LENGTH = 2.0F},
+                        {.FILE_NUMBER = 2, .USER_NUMBER = 1, .LENGTH = -4.0F},
+                        {.FILE_NUMBER = 3, .USER_NUMBER = 3, .LENGTH = 0.0F},
+                        {.FILE_NUMBER = 4, .USER_NUMBER = 2, .LENGTH = 3.0F}};
+  job.MODEL.AUX_ELEMENTS = {{.NUMBER = 1}};
+  ASSERT_TRUE(OPEN(job));
+  const float tiny = std::bit_cast<float>(0x322BCC77U);  // a negative length counts as 1.0e-8
+  const struct {
+    int32_t number, position, m, f;
+    std::pair<int32_t, float> answer;
+  } cases[] = {
+      {4, 3, 13, 13, {0, 2.0F}},
+      {1, 1, 13, 13, {0, 2.0F}},  // the end of row 1 is the start of row 2
+      {1, 3, 13, 13, {0, 2.0F + tiny}},
+      {3, 3, 13, 13, {0, 2.0F + tiny}},  // of length zero
+      {2, 2, 13, 13, {0, 2.0F + tiny + 1.5F}},
+      // The position before the version, nothing written; -3 and -1 write 0.
+      {1, 0, BAD_M, BAD_F, {-2, U}},
+      {1, 4, 13, 13, {-2, U}},
+      {1, 3, BAD_M, BAD_F, {-3, 0.0F}},
+      {0, 3, 13, 13, {-1, 0.0F}},
+      {5, 3, 13, 13, {-1, 0.0F}},
+      {-1, 3, 13, 13, {-1, 0.0F}},  // auxiliary element 1, which has no distance
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ASK(c.number, c.position, c.m, c.f), c.answer) << c.number << " at " << c.position;
+  }
+}
+
+TEST_F(DistanceAlongRiser, TheSumIsTheSequential32BitSum) {
+  builder::JOB job;
+  std::vector<float> lengths;
+  for (int32_t i = 1; i <= 3000; ++i) {
+    lengths.push_back(i == 10 ? 1.0e7F : 0.1F + static_cast<float>(i % 7) * 0.013F);
+    job.MODEL.ELEMENTS.push_back({.FILE_NUMBER = i, .USER_NUMBER = i, .LENGTH = lengths.back()});
+  }
+  ASSERT_TRUE(OPEN(job));
+  float sum = 0.0F;
+  double wide = 0.0;
+  bool differs = false;
+  for (int32_t r = 1; r <= 3000; ++r) {
+    const float length = lengths[static_cast<std::size_t>(r - 1)];
+    ASSERT_EQ(ASK(r, 1).second, sum) << r;
+    ASSERT_EQ(ASK(r, 2).second, length * 0.5F + sum) << r;
+    ASSERT_EQ(ASK(r, 3).second, sum + length) << r;
+    differs = differs || static_cast<float>(wide) != sum;
+    sum = sum + length;
+    wide += length;
+  }
+  EXPECT_TRUE(differs) << "the lengths must tell a 32-bit sum from a wider one";
+}
+
+
+class StressStrain : public OpenJob {
+ protected:
+  // The result and the array of `size` pairs (default: the capacity).
+  std::pair<int32_t, std::vector<float>> ASK(int32_t id, int32_t capacity, int32_t size = -1, int32_t m = 13,
+                                             int32_t f = 13) {
+    std::vector<float> pairs(2 * static_cast<std::size_t>(size < 0 ? capacity : size), U);
+    const int32_t result = GetProcessedDirectStressStrainData(&m, &f, &id, &capacity, pairs.data());
+    return {result, pairs};
+  }
+  void SetUp() override {
+    OpenJob::SetUp();
+    builder::JOB job;
+    // Curve 5 of three points, 8 of one, 5 again, 9 of none, 4 of -2, and 2
+    // whose count runs past the end of the table.
+    job.MODEL.NONLINEAR_E_TABLES = {{.CURVE = 5, .POINTS = 3, .VALUE_1 = 0.0F, .VALUE_2 = 0.0F},
+                                    {.CURVE = 0, .POINTS = 0, .VALUE_1 = 0.001F, .VALUE_2 = 200.0F},
+                                    {.CURVE = 0, .POINTS = 0, .VALUE_1 = 0.002F, .VALUE_2 = 350.0F},
+                                    {.CURVE = 8, .POINTS = 1, .VALUE_1 = 1.5F, .VALUE_2 = 2.5F},
+                                    {.CURVE = 5, .POINTS = 1, .VALUE_1 = 9.0F, .VALUE_2 = 9.0F},
+                                    {.CURVE = 9, .POINTS = 0, .VALUE_1 = 1.0F, .VALUE_2 = 1.0F},
+                                    {.CURVE = 4, .POINTS = -2, .VALUE_1 = 1.0F, .VALUE_2 = 2.0F},
+                                    {.CURVE = 2, .POINTS = 3, .VALUE_1 = 3.0F, .VALUE_2 = 4.0F}};
+    ASSERT_TRUE(OPEN(job));
+  }
+};
+
+TEST_F(StressStrain, PairsAndResults) {
+  EXPECT_EQ(ASK(5, 3), std::make_pair(0, std::vector<float>{0.0F, 0.0F, 0.001F, 200.0F, 0.002F, 350.0F}))
+      << "the first of two rows, capacity equal to the count";
+  EXPECT_EQ(ASK(8, 2), std::make_pair(0, std::vector<float>{1.5F, 2.5F, U, U}));
+  EXPECT_EQ(ASK(2, 3), std::make_pair(0, std::vector<float>{3.0F, 4.0F, U, U, U, U})) << "rows past the table";
+  EXPECT_EQ(ASK(5, 0, 3), std::make_pair(3, std::vector<float>(6, U))) << "too little room";
+  EXPECT_EQ(ASK(7, 10).first, -7);
+  EXPECT_EQ(ASK(9, 10).first, -9) << "a count of 0";
+  EXPECT_EQ(ASK(-3, 10).first, 3);
+  EXPECT_EQ(ASK(4, 3), std::make_pair(0, std::vector<float>(6, U))) << "a negative count";
+  EXPECT_EQ(ASK(4, -5, 3).first, -2) << "a capacity below a negative count";
+  EXPECT_EQ(ASK(0, 10), std::make_pair(0, std::vector<float>(20, U))) << "curve 0: a row of no points, -0";
+  EXPECT_EQ(ASK(5, 3, 3, BAD_M, BAD_F).first, -1);
+  EXPECT_EQ(ASK(1, 3).first, -1) << "the same as no version";
+}
+
+TEST_F(StressStrain, NumbersAndCountsRoundHalvesAwayFromZero) {
+  header::TABLE<float, 2>& table = DB().TABLES.NONLINEAR_E_TABLE;
+  table(4, 1) = 2.5F;  // curve 3 ...
+  table(4, 2) = 1.5F;  // ... of two points
+  table(1, 1) = -2.5F;
+  table(6, 1) = 3.0e9F;  // no 32-bit number
+  table(6, 2) = 1.0F;
+  EXPECT_EQ(ASK(3, 2), std::make_pair(0, std::vector<float>{1.5F, 2.5F, 9.0F, 9.0F}));
+  EXPECT_EQ(ASK(-3, 3).first, 0);
+  EXPECT_EQ(ASK(2147483647, 3).first, -2147483647);
+  table(4, 2) = -0.5F;
+  EXPECT_EQ(ASK(3, 2).first, 0) << "-1 point, not 0";
+}
+
+}  // namespace
+}  // namespace tmrdar::model_queries
