@@ -84,7 +84,6 @@ TEST(ToolInput, QuestionsTheJobCannotAnswer) {
   const std::string missing = dir.FILE("nowhere");
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
       {{"info", missing}, "tmrdar: no database files found for " + missing + " (looked for .dbm and .dbf)"},
-      {{"nodes", missing}, "tmrdar: no database files found for " + missing + " (looked for .dbm and .dbf)"},
       {{"value", JOB, "displacement", "3", "--node", "999", "--step", "4"},
        "tmrdar: node 999 is not in the database"},
       {{"value", JOB, "displacement", "3", "--node", "1", "--step", "1001"},
