@@ -32,14 +32,16 @@ bool TIDE3_DATABASE_FILES::READ_CONTACT_BLOCKS(int32_t& flag) {
     }
   }
 
-  // Guide surfaces: a head of 3 records a surface, of which only the first is
-  // read, for every surface; then a name field a surface behind all heads.
+  // Guide surfaces: a head of 3 records a surface (2 in the older formats),
+  // of which only the first is read, for every surface; then a name field a
+  // surface behind all heads.
   t.GUIDE_SURFACE_FLAG_COUNT = 0;
   if (NUM_GUIDE_SURFACES > 0) {
     const int64_t block = BLOCK_POSITION(34);
     const int64_t surfaces = t.GUIDE_SURFACE_IDS.EXTENT();
+    const int64_t head = VERSION.GUIDE_SURFACE_HEAD_RECORDS;
     for (int64_t g = 1; g <= surfaces; ++g) {
-      READ_RUNS(*this, RECORD_AT(block, 3 * (g - 1)), {{I, 1}, {R, 2}, {I, 3}, {R, 2}}, status);
+      READ_RUNS(*this, RECORD_AT(block, head * (g - 1)), {{I, 1}, {R, 2}, {I, 3}, {R, 2}}, status);
       if (status != 0) return HEADER_FAILURE("Unable to read guide surface data from database header.", flag);
       t.GUIDE_SURFACE_IDS(g) = i[0];
       t.GUIDE_SURFACE_VALUES(g, 1) = r[0];
@@ -49,7 +51,7 @@ bool TIDE3_DATABASE_FILES::READ_CONTACT_BLOCKS(int32_t& flag) {
       t.GUIDE_SURFACE_FLAGS(g) = i[3] == 1;
       if (i[3] == 1) ++t.GUIDE_SURFACE_FLAG_COUNT;
     }
-    const int64_t names = RECORD_AT(block, 3 * surfaces);
+    const int64_t names = RECORD_AT(block, head * surfaces);
     for (int64_t g = 1; g <= surfaces; ++g) {
       READ_NAME_FIELD(HEADER_FILE, RECORD_AT(names, 8 * (g - 1)), t.GUIDE_SURFACE_NAMES(g), status);
       if (status != 0) return HEADER_FAILURE("Unable to read guide surface names from database header.", flag);

@@ -1,9 +1,9 @@
 #include "header/database_file.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
-#include <vector>
 
 namespace tmrdar::header {
 
@@ -16,14 +16,22 @@ void DATABASE_FILE::UNIT_READ(std::span<T> items, int64_t address, int32_t& stat
     status = 1;
     return;
   }
-  const int64_t record = (address - 1) / length + 1;
+  // A unit numbers its records in 32 bits.
+  const int64_t record = static_cast<int32_t>(static_cast<uint32_t>((address - 1) / length + 1));
   const int64_t offset = (address - 1) % length;
-  std::vector<std::byte> buffer(static_cast<std::size_t>(bytes));
-  if (bytes > length - offset || !unit_->READ(record, offset, buffer)) {
+  // A transfer lies within one record, so a record's buffer on the stack
+  // holds it, and a failed read leaves the items as they were.
+  if (bytes > length - offset) {
     status = 1;
     return;
   }
-  std::memcpy(items.data(), buffer.data(), buffer.size());
+  std::array<std::byte, IO_UNITS::DATABASE_RECORD_LENGTH> buffer{};
+  const std::span<std::byte> part(buffer.data(), static_cast<std::size_t>(bytes));
+  if (!unit_->READ(record, offset, part)) {
+    status = 1;
+    return;
+  }
+  std::memcpy(items.data(), part.data(), part.size());
   if constexpr (std::endian::native == std::endian::big && sizeof(T) > 1) {
     for (T& item : items) {
       auto* raw = reinterpret_cast<unsigned char*>(&item);

@@ -1,5 +1,9 @@
 // The six database formats, each described by how it differs from the
 // newest one. The reader is written once and consults these descriptions.
+//
+// Blocks are named throughout by their number in the newest format's
+// directory (2 to 15 the run control blocks and the title, 16 Element Data
+// and so on); a description says where a format keeps each of them.
 #pragma once
 
 #include <array>
@@ -21,6 +25,30 @@ enum class BLOCK_LOCATION {
   BY_TITLE,      // a walk over the blocks in order, by block title
 };
 
+// How the record of block 14 (target spectrum size and seabed angle) is read.
+enum class BLOCK_14_WORDS {
+  INTS_REAL_INT,  // 5 integers, the seabed angle, an integer
+  INTS_REAL,      // 5 integers and the seabed angle; no word 7
+  INTS,           // 8 integers: no seabed angle
+};
+
+// Where the binary data items (of which a seabed file is kept) stand.
+enum class BINARY_ITEMS {
+  NONE,               // the format has none
+  DIRECTORY_BLOCK,    // block 52 of the directory
+  ADDRESS_TABLE_END,  // the last block of the computed address table
+};
+
+// The target spectrum's records: 4 pairs a record, one record more than the
+// pairs fill, and one further record in the oldest format.
+enum class SPECTRUM_RECORDS { PAIRS, PAIRS_AND_ONE };
+
+// Record (from 0) of each run control block 2 to 15 in a format without a
+// directory; NO_RECORD for a block the format does not have. The title (15)
+// takes three records, and Element Data follows it.
+inline constexpr int8_t NO_RECORD = -1;
+using RUN_CONTROL_RECORDS = std::array<int8_t, 16>;  // indexed by block number; 0 and 1 unused
+
 struct FORMAT_VERSION {
   std::string_view NAME;     // "V861"
   int32_t DATABASE_VERSION;  // the code in word 1 of the first record
@@ -30,14 +58,82 @@ struct FORMAT_VERSION {
   bool OPEN_MESSAGE_HAS_PATH;
   // The open builds the table of integration point locations.
   bool BUILDS_INTEGRATION_POINTS;
+  // Where the run control blocks stand (formats without a directory).
+  RUN_CONTROL_RECORDS RUN_CONTROL;
+  BLOCK_14_WORDS BLOCK_14;
+  // Block titles are numbered this much below the block numbers above.
+  int32_t TITLE_NUMBER_SHIFT;
+  // The last block that the format's header has (by title, or in its
+  // computed table).
+  int32_t LAST_BLOCK;
+  // Head records of one guide surface (the first read), ahead of the names.
+  int32_t GUIDE_SURFACE_HEAD_RECORDS;
+  SPECTRUM_RECORDS SPECTRUM;
+  // A failed read of the target spectrum behind its first record reports
+  // the message with "target spectrum" in lower case.
+  bool LOWER_CASE_SPECTRUM_MESSAGE;
+  // Blocks 48 to 51: shape function and plastic hardening counts with output
+  // flags 18 and 19, the plastic hardening models and the damper elements;
+  // block 12, the damper count with output flag 17, goes with them.
+  bool MATERIAL_BLOCKS;
+  BINARY_ITEMS ITEMS;
+  // The shared start record and a file's own offset are summed in 64 bits;
+  // otherwise in 32 bits (wrapping), then widened.
+  bool START_SUM_64;
 };
 
-inline constexpr FORMAT_VERSION V861{"V861", 13, FILE_ACCESS::RECORD_FILE, BLOCK_LOCATION::DIRECTORY, false, true};
-inline constexpr FORMAT_VERSION V841{"V841", 11, FILE_ACCESS::RECORD_FILE, BLOCK_LOCATION::FIXED_LAYOUT, false, false};
-inline constexpr FORMAT_VERSION V831{"V831", 10, FILE_ACCESS::RECORD_FILE, BLOCK_LOCATION::FIXED_LAYOUT, false, false};
-inline constexpr FORMAT_VERSION V821{"V821", 7, FILE_ACCESS::RECORD_FILE, BLOCK_LOCATION::BY_TITLE, true, false};
-inline constexpr FORMAT_VERSION V815{"V815", 4, FILE_ACCESS::FRAME_UNITS, BLOCK_LOCATION::BY_TITLE, true, false};
-inline constexpr FORMAT_VERSION V811{"V811", 3, FILE_ACCESS::FRAME_UNITS, BLOCK_LOCATION::BY_TITLE, true, false};
+namespace format_layouts {
+// Blocks 2 to 11 in records 2 to 11, no block 12, 13 and 14 in 12 and 13,
+// the title in 14 to 16, Element Data at 17.
+inline constexpr RUN_CONTROL_RECORDS FIXED{-1, -1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, -1, 12, 13, 14};
+// No block 2 and no block 12: blocks 3 to 11, 13 and 14 in records 1 to 11,
+// the title in 12 to 14, Element Data at 15.
+inline constexpr RUN_CONTROL_RECORDS V815{-1, -1, -1, 1, 2, 3, 4, 5, 6, 7, 8, 9, -1, 10, 11, 12};
+// As V815 without block 13: blocks 3 to 11 and 14 in records 1 to 10, the
+// title in 11 to 13, Element Data at 14.
+inline constexpr RUN_CONTROL_RECORDS V811{-1, -1, -1, 1, 2, 3, 4, 5, 6, 7, 8, 9, -1, -1, 10, 11};
+inline constexpr RUN_CONTROL_RECORDS NONE{-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1};
+}  // namespace format_layouts
+
+inline constexpr FORMAT_VERSION V861{
+    .NAME = "V861", .DATABASE_VERSION = 13, .ACCESS = FILE_ACCESS::RECORD_FILE,
+    .BLOCKS = BLOCK_LOCATION::DIRECTORY, .OPEN_MESSAGE_HAS_PATH = false, .BUILDS_INTEGRATION_POINTS = true,
+    .RUN_CONTROL = format_layouts::NONE, .BLOCK_14 = BLOCK_14_WORDS::INTS_REAL_INT, .TITLE_NUMBER_SHIFT = 0,
+    .LAST_BLOCK = 52, .GUIDE_SURFACE_HEAD_RECORDS = 3, .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
+    .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = true, .ITEMS = BINARY_ITEMS::DIRECTORY_BLOCK,
+    .START_SUM_64 = true};
+inline constexpr FORMAT_VERSION V841{
+    .NAME = "V841", .DATABASE_VERSION = 11, .ACCESS = FILE_ACCESS::RECORD_FILE,
+    .BLOCKS = BLOCK_LOCATION::FIXED_LAYOUT, .OPEN_MESSAGE_HAS_PATH = false, .BUILDS_INTEGRATION_POINTS = false,
+    .RUN_CONTROL = format_layouts::FIXED, .BLOCK_14 = BLOCK_14_WORDS::INTS_REAL, .TITLE_NUMBER_SHIFT = 0,
+    .LAST_BLOCK = 48, .GUIDE_SURFACE_HEAD_RECORDS = 3, .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
+    .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = false, .ITEMS = BINARY_ITEMS::ADDRESS_TABLE_END,
+    .START_SUM_64 = true};
+inline constexpr FORMAT_VERSION V831{
+    .NAME = "V831", .DATABASE_VERSION = 10, .ACCESS = FILE_ACCESS::RECORD_FILE,
+    .BLOCKS = BLOCK_LOCATION::FIXED_LAYOUT, .OPEN_MESSAGE_HAS_PATH = false, .BUILDS_INTEGRATION_POINTS = false,
+    .RUN_CONTROL = format_layouts::FIXED, .BLOCK_14 = BLOCK_14_WORDS::INTS, .TITLE_NUMBER_SHIFT = 0,
+    .LAST_BLOCK = 48, .GUIDE_SURFACE_HEAD_RECORDS = 3, .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
+    .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = false, .ITEMS = BINARY_ITEMS::NONE,
+    .START_SUM_64 = false};
+inline constexpr FORMAT_VERSION V821{
+    .NAME = "V821", .DATABASE_VERSION = 7, .ACCESS = FILE_ACCESS::RECORD_FILE, .BLOCKS = BLOCK_LOCATION::BY_TITLE,
+    .OPEN_MESSAGE_HAS_PATH = true, .BUILDS_INTEGRATION_POINTS = false, .RUN_CONTROL = format_layouts::FIXED,
+    .BLOCK_14 = BLOCK_14_WORDS::INTS, .TITLE_NUMBER_SHIFT = 0, .LAST_BLOCK = 46, .GUIDE_SURFACE_HEAD_RECORDS = 2,
+    .SPECTRUM = SPECTRUM_RECORDS::PAIRS, .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = false,
+    .ITEMS = BINARY_ITEMS::NONE, .START_SUM_64 = false};
+inline constexpr FORMAT_VERSION V815{
+    .NAME = "V815", .DATABASE_VERSION = 4, .ACCESS = FILE_ACCESS::FRAME_UNITS, .BLOCKS = BLOCK_LOCATION::BY_TITLE,
+    .OPEN_MESSAGE_HAS_PATH = true, .BUILDS_INTEGRATION_POINTS = false, .RUN_CONTROL = format_layouts::V815,
+    .BLOCK_14 = BLOCK_14_WORDS::INTS, .TITLE_NUMBER_SHIFT = 2, .LAST_BLOCK = 43, .GUIDE_SURFACE_HEAD_RECORDS = 2,
+    .SPECTRUM = SPECTRUM_RECORDS::PAIRS, .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = false,
+    .ITEMS = BINARY_ITEMS::NONE, .START_SUM_64 = false};
+inline constexpr FORMAT_VERSION V811{
+    .NAME = "V811", .DATABASE_VERSION = 3, .ACCESS = FILE_ACCESS::FRAME_UNITS, .BLOCKS = BLOCK_LOCATION::BY_TITLE,
+    .OPEN_MESSAGE_HAS_PATH = true, .BUILDS_INTEGRATION_POINTS = false, .RUN_CONTROL = format_layouts::V811,
+    .BLOCK_14 = BLOCK_14_WORDS::INTS, .TITLE_NUMBER_SHIFT = 3, .LAST_BLOCK = 43, .GUIDE_SURFACE_HEAD_RECORDS = 2,
+    .SPECTRUM = SPECTRUM_RECORDS::PAIRS_AND_ONE, .LOWER_CASE_SPECTRUM_MESSAGE = true, .MATERIAL_BLOCKS = false,
+    .ITEMS = BINARY_ITEMS::NONE, .START_SUM_64 = false};
 
 // The formats in the order in which version selection tries them.
 inline constexpr std::array<const FORMAT_VERSION*, 6> FORMAT_VERSIONS{&V861, &V841, &V831, &V821, &V815, &V811};

@@ -50,6 +50,11 @@ int64_t ITEM_RECORDS(int32_t length) {
 
 bool TIDE3_DATABASE_FILES::READ_MATERIAL_AND_ITEM_BLOCKS(int32_t& flag) {
   namespace PH = MOD_PLASTIC_HARDENING;
+  // The older formats have none of blocks 48 to 51; one of them keeps
+  // binary items in the last block of its address table.
+  if (!VERSION.MATERIAL_BLOCKS) {
+    return VERSION.ITEMS != BINARY_ITEMS::ADDRESS_TABLE_END || READ_BINARY_ITEMS(BLOCK_POSITION(VERSION.LAST_BLOCK), flag);
+  }
   const std::array<int32_t, 8>& words = HEADER_INTS;
   const std::array<float, 8>& reals = HEADER_REALS;
   const int64_t file_records = FILE_RECORDS();
@@ -131,12 +136,18 @@ bool TIDE3_DATABASE_FILES::READ_MATERIAL_AND_ITEM_BLOCKS(int32_t& flag) {
     }
   }
 
-  // Block 52: the binary items, each a head record of type, id and length in
-  // bytes followed by its data. An item whose data would reach past as many
-  // records as the file holds is refused; since every item takes its head
-  // record, so is a chain of more items than that.
+  return READ_BINARY_ITEMS(BLOCK_POSITION(52), flag);
+}
+
+// The binary items, each a head record of type, id and length in bytes
+// followed by its data. An item whose data would reach past as many records
+// as the file holds is refused; since every item takes its head record, so
+// is a chain of more items than that.
+bool TIDE3_DATABASE_FILES::READ_BINARY_ITEMS(int64_t block, int32_t& flag) {
+  const std::array<int32_t, 8>& words = HEADER_INTS;
+  const int64_t file_records = FILE_RECORDS();
+  int32_t status = 0;
   if (NUM_BINARY_ITEMS > 0) {
-    const int64_t block = BLOCK_POSITION(52);
     int64_t record = 0;
     for (int32_t item = 1; item <= NUM_BINARY_ITEMS; ++item) {
       READ_RUNS(*this, RECORD_AT(block, record), {{WORDS::INTS, 3}}, status);

@@ -28,11 +28,20 @@ constexpr int64_t MUL(int64_t a, int64_t b) {
 }
 }  // namespace frame_words
 
+// The records ahead of a file's first frame: the shared start record and the
+// file's own offset, summed in 64 bits, or in 32 bits that wrap (the older
+// formats' rule) and then widened.
+constexpr int64_t START_RECORDS(const HEADER_VARIABLES& h, int64_t offset) {
+  if (h.START_SUM_64) return frame_words::ADD(h.RESULT_START_RECORD, offset);
+  const uint32_t sum = static_cast<uint32_t>(h.RESULT_START_RECORD) + static_cast<uint32_t>(offset);
+  return static_cast<int32_t>(sum);
+}
+
 // The last word of frame n of the motion file; the word before frame n is
 // the last word of frame n - 1.
 constexpr int64_t ME(const HEADER_VARIABLES& h, int64_t n) {
   using namespace frame_words;
-  return MUL(8, ADD(ADD(h.RESULT_START_RECORD, h.MOTION_START_OFFSET), MUL(n, h.MOTION_FRAME_RECORDS)));
+  return MUL(8, ADD(START_RECORDS(h, h.MOTION_START_OFFSET), MUL(n, h.MOTION_FRAME_RECORDS)));
 }
 constexpr int64_t MB(const HEADER_VARIABLES& h, int64_t n) { return ME(h, n - 1); }
 // The last word of the step record of motion frame n: the frame's end less
@@ -48,7 +57,7 @@ constexpr int64_t TB(const HEADER_VARIABLES& h, int64_t n) {
 // The last word of frame n of the force file, and the word before it.
 constexpr int64_t FE(const HEADER_VARIABLES& h, int64_t n) {
   using namespace frame_words;
-  return MUL(8, ADD(ADD(h.RESULT_START_RECORD, h.FORCE_START_OFFSET), MUL(n, h.FORCE_FRAME_RECORDS)));
+  return MUL(8, ADD(START_RECORDS(h, h.FORCE_START_OFFSET), MUL(n, h.FORCE_FRAME_RECORDS)));
 }
 constexpr int64_t FB(const HEADER_VARIABLES& h, int64_t n) { return FE(h, n - 1); }
 // The last word of the step record of force frame n, ahead of the damper records.

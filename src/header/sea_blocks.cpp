@@ -13,6 +13,7 @@ constexpr std::string_view WAVE_FAILURE = "Unable to read wave data from databas
 constexpr std::string_view DIAMETER_FAILURE = "Unable to read contact diameters from database header.";
 constexpr std::string_view CURRENT_FAILURE = "Unable to read current profile data from database header.";
 constexpr std::string_view SPECTRUM_FAILURE = "Unable to read Target Spectrum data from database header.";
+constexpr std::string_view LOWER_CASE_SPECTRUM_FAILURE = "Unable to read target spectrum data from database header.";
 constexpr std::string_view SPECTRUM_ALLOCATION_FAILURE =
     "Unable to allocate memory for target spectrum database header data.";
 
@@ -129,14 +130,19 @@ bool TIDE3_DATABASE_FILES::READ_TARGET_SPECTRUM(int32_t& flag) {
     return HEADER_FAILURE(SPECTRUM_ALLOCATION_FAILURE, flag);
   }
 
-  // Four pairs a record; each record is read once, at its first pair.
+  // Four pairs a record from the block's first record; each record is read
+  // once, at its first pair. The oldest format reports a failure behind the
+  // first record in its own words.
   const int64_t block = BLOCK_POSITION(41);
   int32_t status = 0;
   for (int64_t r = 1; r <= rows; ++r) {
     const int64_t p = PAIR_PLACE(r);
     if (p == 1) {
       HEADER_FILE.READ_REAL_AT(re, RECORD_AT(block, PAIR_RECORD(r)), status);
-      if (status != 0) return HEADER_FAILURE(SPECTRUM_FAILURE, flag);
+      if (status != 0) {
+        const bool lower_case = VERSION.LOWER_CASE_SPECTRUM_MESSAGE && r > 1;
+        return HEADER_FAILURE(lower_case ? LOWER_CASE_SPECTRUM_FAILURE : SPECTRUM_FAILURE, flag);
+      }
     }
     spectrum(r, 1) = re[static_cast<std::size_t>(2 * p - 2)];
     spectrum(r, 2) = re[static_cast<std::size_t>(2 * p - 1)];

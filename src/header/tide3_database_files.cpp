@@ -8,6 +8,7 @@
 #include "frame/base/error_handling.h"
 #include "frame/base/header_data.h"
 #include "frame/base/io_units.h"
+#include "header/block_location.h"
 
 namespace tmrdar::header {
 namespace {
@@ -32,6 +33,7 @@ void TIDE3_DATABASE_FILES::OPEN_TIDE3_DATABASE_FILES(std::string_view name, std:
                                                      bool& failed) {
   failed = false;
   static_cast<HEADER_VARIABLES&>(*this) = HEADER_VARIABLES{};
+  START_SUM_64 = VERSION.START_SUM_64;
   CLEAR_RECORD_CACHE();
   CLOSE_TIDE3_DATABASE_FILES();
 
@@ -118,10 +120,14 @@ void TIDE3_DATABASE_FILES::READ_TIDE3_DATABASE_HEADER(int32_t& flag) {
   ANALYSIS_DETAIL_2 = HEADER_INTS[2];
   std::copy(HEADER_INTS.begin() + 3, HEADER_INTS.end(), FILE_WORDS.begin());
 
-  // The formats without a directory find their blocks otherwise; their
-  // header read ends with the first record for now.
-  if (VERSION.BLOCKS != BLOCK_LOCATION::DIRECTORY) return;
-  LOAD_BLOCK_DIRECTORY(flag);
+  // A format without a directory keeps its run control blocks at fixed
+  // records, and finds its model blocks from the counts once the tables
+  // are made.
+  if (VERSION.BLOCKS == BLOCK_LOCATION::DIRECTORY) {
+    LOAD_BLOCK_DIRECTORY(flag);
+  } else {
+    BLOCK_ADDRESSES.reset();
+  }
   if (flag != 0) return;
   READ_RUN_CONTROL_BLOCKS(flag);
   if (flag != 0) return;
@@ -130,6 +136,7 @@ void TIDE3_DATABASE_FILES::READ_TIDE3_DATABASE_HEADER(int32_t& flag) {
   FORCE_FRAME_RECORDS = FORCE_STEP_RECORDS;
   DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
   ALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS(flag);
+  if (flag == 0 && VERSION.BLOCKS == BLOCK_LOCATION::FIXED_LAYOUT) SET_COMPUTED_BLOCK_ADDRESSES(flag);
   if (flag == 0) READ_MODEL_BLOCKS(flag);
   // The indexes cover the tables as far as they were read, so that a lookup
   // finds what a search of the tables would find.
@@ -205,6 +212,16 @@ void TIDE3_DATABASE_FILES::LOAD_BLOCK_DIRECTORY(int32_t& flag) {
   for (int32_t& address : blocks.ADDRESSES) {
     if (address != std::numeric_limits<int32_t>::min()) address -= 1;
   }
+}
+
+void TIDE3_DATABASE_FILES::SET_COMPUTED_BLOCK_ADDRESSES(int32_t& flag) {
+  BLOCK_ADDRESSES.reset(new (std::nothrow) MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES());
+  if (BLOCK_ADDRESSES == nullptr) {
+    REPORT(HEADER_READ_FAILURE);
+    flag = -1;
+    return;
+  }
+  V841_SET_BLOCK_ADDRESSES(VERSION, HEADER_BLOCK_COUNTS(), *BLOCK_ADDRESSES);
 }
 
 namespace {

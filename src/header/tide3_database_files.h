@@ -51,6 +51,9 @@ struct HEADER_VARIABLES {
   // taken just before the tables are made.
   int64_t MOTION_FRAME_RECORDS = 0;
   int64_t FORCE_FRAME_RECORDS = 0;
+  // Whether the frame arithmetic sums the start record and a file's offset
+  // in 64 bits, or in 32 bits that wrap: the format's rule, set at open.
+  bool START_SUM_64 = true;
   int32_t HDR_3_7 = 0;
   int32_t NUM_PANELS = 0;
   // Time span and pipe-in-pipe size.
@@ -204,14 +207,23 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   // The sea floor: its kind from the run control, its data from the seabed blocks.
   MOD_SEABED_PROFILE::T_SEABED_PROFILE SEABED_PROFILE;
 
-  // Byte position of the start of header block k by the directory; an
-  // invalid (non-positive) position for a block the directory does not have.
+  // Byte position of the start of header block k (numbered as the entries of
+  // the directory format), where the format keeps it: by the directory, by
+  // the fixed records of the run control blocks, by the computed address
+  // table or by a walk over the block titles. An invalid (non-positive)
+  // position for a block that the format or the file does not have.
   int64_t BLOCK_POSITION(int32_t k) const;
+  // The counts that lay out the blocks, as far as the header holds them;
+  // the blocks whose size it does not hold count as empty.
+  MOD_COMMON_DATABASE::BLOCK_COUNTS HEADER_BLOCK_COUNTS() const;
   // Records of 32 bytes that the header file holds, a partial last one counted.
   int64_t FILE_RECORDS() const;
 
  private:
   void LOAD_BLOCK_DIRECTORY(int32_t& flag);
+  // The computed address table of a format that lays its blocks out by the
+  // counts, made once the counts are read.
+  void SET_COMPUTED_BLOCK_ADDRESSES(int32_t& flag);
   // Blocks 2 to 15, and the test that the frames hold at least one step.
   void READ_RUN_CONTROL_BLOCKS(int32_t& flag);
   // The model blocks. Each reads the blocks named, each only when its count
@@ -224,7 +236,8 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   bool READ_CURRENT_PROFILE(int32_t& flag);         // 32
   bool READ_CONTACT_BLOCKS(int32_t& flag);          // 33 to 40
   bool READ_TARGET_SPECTRUM(int32_t& flag);         // 41
-  bool READ_MATERIAL_AND_ITEM_BLOCKS(int32_t& flag);  // 48 to 52
+  bool READ_MATERIAL_AND_ITEM_BLOCKS(int32_t& flag);  // 48 to 52, or the format's binary items
+  bool READ_BINARY_ITEMS(int64_t block, int32_t& flag);
   // The time of every step, from the result frames, and with them the start
   // and end time of the run.
   void READ_TIME_LIST(int32_t& flag);
