@@ -1,5 +1,7 @@
 #include "header/common_database.h"
 
+#include "header/block_location.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -100,6 +102,63 @@ TEST(LayoutRule, CountsSizeEachBlockByItsOwnRule) {
   // Entries past the last block name the end of the header.
   EXPECT_EQ(blocks.ENTRY(53), total);
   EXPECT_EQ(blocks.ENTRY(56), total);
+}
+
+// The formats without a directory find a model block from the counts. Two
+// elements, three nodes, two guide surfaces and a spectrum of 5 rows, worked
+// by hand from Element Data (E): elements 6 records, materials 2, nodes 3,
+// the seabed and the contact diameters 1 each, so the guide surfaces start
+// at E + 13; they take 2 x 11 or 2 x 10 records, the stinger 1, and the
+// spectrum 2, or 3 in the oldest format.
+TEST(LayoutRule, FormatsWithoutADirectoryWalkTheBlocksFromElementData) {
+  using header::FORMAT_VERSION;
+  BLOCK_COUNTS counts;
+  counts.NUM_ELEMENTS = 2;
+  counts.NUM_NODES = 3;
+  counts.NUM_GUIDE_SURFACES = 2;
+  counts.NUM_TARGET_SPECTRUM_INTERVALS = 4;
+  counts.BINARY_DATA_RECORDS = 5;
+  struct ROW {
+    const FORMAT_VERSION* FORMAT;
+    std::string_view GUIDES;    // its title, in other letter case
+    int32_t GUIDES_AT;
+    std::string_view SPECTRUM;
+    int32_t SPECTRUM_AT;
+    int32_t END;  // behind the last block
+  };
+  const ROW rows[] = {
+      {&header::V821, "BLOCK 34 - guide surfaces.", 30, "block 41 - target spectrum.  ", 51, 59},
+      {&header::V815, "Block 32 - GUIDE SURFACES.", 28, "Block 39 - Target Spectrum.", 49, 51},
+      {&header::V811, "block 31 - Guide Surfaces.", 27, "Block 38 - TARGET SPECTRUM.", 48, 51},
+  };
+  for (const ROW& row : rows) {
+    int32_t address = 0;
+    header::GET_TIDE3_HEADER_ADDRESS(*row.FORMAT, row.GUIDES, counts, address);
+    EXPECT_EQ(address, row.GUIDES_AT) << row.FORMAT->NAME;
+    header::GET_TIDE3_HEADER_ADDRESS(*row.FORMAT, row.SPECTRUM, counts, address);
+    EXPECT_EQ(address, row.SPECTRUM_AT) << row.FORMAT->NAME;
+    header::GET_TIDE3_HEADER_ADDRESS(*row.FORMAT, "Block 99 - Nothing.", counts, address);
+    EXPECT_EQ(address, row.END) << row.FORMAT->NAME << ": an unknown title gives the end";
+    // The newest numbering finds nothing in the oldest formats.
+    header::GET_TIDE3_HEADER_ADDRESS(*row.FORMAT, "Block 41 - Target Spectrum.", counts, address);
+    EXPECT_EQ(address, row.FORMAT == &header::V821 ? row.SPECTRUM_AT : row.END) << row.FORMAT->NAME;
+  }
+
+  // The computed table: blocks 2 to 15 at records 1 to 14 and Element Data at
+  // 17, then 22 records of guide surfaces, and behind the spectrum and the
+  // four empty blocks, 3 records an element and one packed record ahead of
+  // the last block, which the binary data follow.
+  for (const FORMAT_VERSION* format : {&header::V841, &header::V831}) {
+    T_BLOCK_ADDRESSES table;
+    int64_t total = 0;
+    header::V841_SET_BLOCK_ADDRESSES(*format, counts, table, &total);
+    const std::pair<int32_t, int32_t> entries[] = {{1, 0},   {2, 1},   {15, 14}, {16, 17}, {17, 23}, {19, 25},
+                                                   {34, 30}, {35, 52}, {41, 53}, {42, 55}, {46, 55}, {47, 61},
+                                                   {48, 62}};
+    for (const auto& [k, entry] : entries) EXPECT_EQ(table.ENTRY(k), entry) << format->NAME << " block " << k;
+    EXPECT_EQ(table.NUM_BLOCKS, 48);
+    EXPECT_EQ(total, 67);
+  }
 }
 
 }  // namespace
