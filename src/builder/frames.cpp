@@ -57,7 +57,7 @@ class WALK {
 
 int64_t FLAGGED(int32_t flag, int64_t records) { return int64_t{flag} * records; }
 
-FRAME_LAYOUT MOTION_SECTIONS(const header::HEADER_VARIABLES& v) {
+FRAME_LAYOUT MOTION_SECTIONS(const header::HEADER_VARIABLES& v, const FORMAT_LAYOUT& layout) {
   const std::array<int32_t, 19>& f = v.OUTPUT_FLAGS;
   const int64_t dofs = v.DOFS_PER_NODE;
   WALK walk;
@@ -72,7 +72,8 @@ FRAME_LAYOUT MOTION_SECTIONS(const header::HEADER_VARIABLES& v) {
     walk.ADD(SECTION_KIND::ZERO_GAP_GUIDE, SECTION_RECORDS(6 * int64_t{v.NUM_ZERO_GAP_GUIDES}), 6,
              v.NUM_ZERO_GAP_GUIDES);
   }
-  walk.ADD(SECTION_KIND::NODE_CONTACT, SECTION_RECORDS(8 * int64_t{v.NUM_NODES}), 8, v.NUM_NODES);
+  const int64_t contact = layout.NODE_CONTACT_WORDS;
+  walk.ADD(SECTION_KIND::NODE_CONTACT, SECTION_RECORDS(contact * v.NUM_NODES), contact, v.NUM_NODES);
   if (v.NUM_CLASH_PAIRS > 0) walk.ADD(SECTION_KIND::CLASHING, SECTION_RECORDS(v.NUM_CLASH_PAIRS), 1, v.NUM_CLASH_PAIRS);
   walk.ADD(SECTION_KIND::AUX_NODE, SECTION_RECORDS(int64_t{v.NUM_AUX_NODES} * dofs), dofs, v.NUM_AUX_NODES);
   walk.ADD(SECTION_KIND::MOTION_STEP_RECORD, 1, 8, 1);
@@ -90,7 +91,7 @@ FRAME_LAYOUT MOTION_SECTIONS(const header::HEADER_VARIABLES& v) {
   return walk.TAKE();
 }
 
-FRAME_LAYOUT FORCE_SECTIONS(const header::HEADER_VARIABLES& v) {
+FRAME_LAYOUT FORCE_SECTIONS(const header::HEADER_VARIABLES& v, const FORMAT_LAYOUT& layout) {
   const std::array<int32_t, 19>& f = v.OUTPUT_FLAGS;
   const int64_t elements = v.NUM_ELEMENTS;
   const int64_t r3 = SECTION_RECORDS(3 * elements);
@@ -110,6 +111,10 @@ FRAME_LAYOUT FORCE_SECTIONS(const header::HEADER_VARIABLES& v) {
   contact(SECTION_KIND::CLASH_FORCE, v.NUM_CLASH_PAIRS, 2);
   walk.ADD(SECTION_KIND::TEMPERATURE, FLAGGED(f[14], r3), 3, elements);
   walk.ADD(SECTION_KIND::PRESSURE, FLAGGED(f[15], SECTION_RECORDS(6 * elements)), 6, elements);
+  if (!layout.LATE_FORCE_SECTIONS) {
+    walk.ADD(SECTION_KIND::FORCE_STEP_RECORD, 1, 8, 1);
+    return walk.TAKE();
+  }
   for (const SECTION_KIND kind : {SECTION_KIND::ELEMENT_37, SECTION_KIND::ELEMENT_38, SECTION_KIND::ELEMENT_39}) {
     walk.ADD(kind, FLAGGED(f[17], r3), 3, elements);
   }
@@ -184,8 +189,8 @@ std::ostream& operator<<(std::ostream& out, const FRAME_WORD& word) {
 
 int64_t SECTION_RECORDS(int64_t n) { return static_cast<int64_t>(static_cast<float>(n) * 0.125F) + 1; }
 
-FRAME_LAYOUT FRAME_SECTIONS(FILE_KIND kind, const header::HEADER_VARIABLES& run) {
-  return kind == FILE_KIND::MOTION ? MOTION_SECTIONS(run) : FORCE_SECTIONS(run);
+FRAME_LAYOUT FRAME_SECTIONS(FILE_KIND kind, const header::HEADER_VARIABLES& run, const FORMAT_LAYOUT& layout) {
+  return kind == FILE_KIND::MOTION ? MOTION_SECTIONS(run, layout) : FORCE_SECTIONS(run, layout);
 }
 
 int64_t FRAME_WORDS(const FRAME_LAYOUT& layout) { return layout.empty() ? 0 : layout.back().LAST_WORD(); }
@@ -246,7 +251,9 @@ std::optional<float> FRAME_VALUES::FIND(const FRAME_WORD& word) const {
 // ---------------------------------------------------------------------------
 // The frames of a job.
 
-FRAME_LAYOUT JOB::FRAME_SECTIONS(FILE_KIND kind) const { return builder::FRAME_SECTIONS(kind, COUNTED_RUN()); }
+FRAME_LAYOUT JOB::FRAME_SECTIONS(FILE_KIND kind) const {
+  return builder::FRAME_SECTIONS(kind, COUNTED_RUN(), LAYOUT_OF(*FORMAT));
+}
 
 int64_t JOB::MOTION_FRAME_RECORDS() const { return FRAME_WORDS(FRAME_SECTIONS(FILE_KIND::MOTION)) / 8; }
 int64_t JOB::FORCE_FRAME_RECORDS() const { return FRAME_WORDS(FRAME_SECTIONS(FILE_KIND::FORCE)) / 8; }
@@ -268,7 +275,7 @@ int64_t JOB::WORD_NUMBER(const FRAME_WORD& word) const {
 float JOB::VALUE(const FRAME_WORD& word) const {
   if (RUN.RESULT_START_RECORD != 0) throw std::out_of_range("no frames are written: RUN sets the result start record");
   const header::HEADER_VARIABLES v = COUNTED_RUN();
-  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(word.FILE(), v);
+  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(word.FILE(), v, LAYOUT_OF(*FORMAT));
   const int64_t offset = WORD_OFFSET(layout, word);
   if (word.STEP < 1 || word.STEP > v.NUM_TIME_STEPS) {
     throw std::out_of_range(DESCRIBE(word) + ": the job has " + std::to_string(v.NUM_TIME_STEPS) + " steps");
@@ -290,7 +297,7 @@ std::optional<FRAME_WORD> JOB::WORD_OF_DEFAULT(float value) const {
   if (place > EXACT || place != std::floor(place)) return std::nullopt;
   const FILE_KIND kind = value > 0.0F ? FILE_KIND::MOTION : FILE_KIND::FORCE;
   const header::HEADER_VARIABLES v = COUNTED_RUN();
-  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(kind, v);
+  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(kind, v, LAYOUT_OF(*FORMAT));
   const int64_t words = FRAME_WORDS(layout);
   const auto m = static_cast<int64_t>(place);
   if (words <= 0 || v.NUM_TIME_STEPS < 1 || m > words * v.NUM_TIME_STEPS) return std::nullopt;
@@ -299,7 +306,7 @@ std::optional<FRAME_WORD> JOB::WORD_OF_DEFAULT(float value) const {
 
 void JOB::PUT_FRAMES(FILE_IMAGE& image, FILE_KIND kind, int64_t first_record) const {
   const header::HEADER_VARIABLES v = COUNTED_RUN();
-  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(kind, v);
+  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(kind, v, LAYOUT_OF(*FORMAT));
   const int64_t words = FRAME_WORDS(layout);
   const int64_t records = words / 8;
   const int64_t time_offset = STEP_SECTION(layout, kind).FIRST_WORD + STEP_WORD::TIME - 1;

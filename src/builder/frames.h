@@ -17,6 +17,12 @@
 //                  of flag 17 (one word an element), the step record, then
 //                  one record a damper element.
 //
+// Formats before V841 hold 7 node contact words a node instead of 8, and no
+// format before V861 has flags 17 to 19 or dampers: their force frames end
+// with the pressures and the step record, with no spare record between. The
+// tail of a motion frame has the counts as the format holds them (no tail
+// items in V815 and V811, no auxiliary element sets in V811).
+//
 // A section present by a flag takes the flag times its records; a section
 // whose count is tested takes no record at a count of 0, any other section
 // takes at least one. A section of n words takes truncate(single(n) / 8) + 1
@@ -44,6 +50,7 @@
 #include <string_view>
 #include <vector>
 
+#include "builder/format_layout.h"
 #include "header/tide3_database_files.h"
 
 namespace tmrdar::builder {
@@ -60,7 +67,7 @@ enum class SECTION_KIND : uint8_t {
   ACCELERATION,        // node row (DOFS)
   GUIDE_SURFACE,       // guide surface (9)
   ZERO_GAP_GUIDE,      // zero gap guide (6)
-  NODE_CONTACT,        // node row (8)
+  NODE_CONTACT,        // node row (8; 7 before V841)
   CLASHING,            // clash pair (1)
   AUX_NODE,            // auxiliary node row (DOFS)
   MOTION_STEP_RECORD,  // one entry (8): STEP_WORD below
@@ -146,11 +153,12 @@ std::ostream& operator<<(std::ostream& out, const FRAME_WORD& word);
 // Records of a frame section of n words, in 32-bit floating point.
 int64_t SECTION_RECORDS(int64_t n);
 
-// The sections of one frame of the file, in file order, for the run's
-// counts and flags; sections that take no records are left out. Throws
-// std::invalid_argument when a negative flag or count gives a section fewer
-// than no records.
-FRAME_LAYOUT FRAME_SECTIONS(FILE_KIND kind, const header::HEADER_VARIABLES& run);
+// The sections of one frame of the file in the format's layout, in file
+// order, for the run's counts and flags; sections that take no records are
+// left out. Throws std::invalid_argument when a negative flag or count gives
+// a section fewer than no records.
+FRAME_LAYOUT FRAME_SECTIONS(FILE_KIND kind, const header::HEADER_VARIABLES& run,
+                            const FORMAT_LAYOUT& layout = V861_LAYOUT);
 // The words of one frame: the sections back to back.
 int64_t FRAME_WORDS(const FRAME_LAYOUT& layout);
 // The section of this kind, or nullptr when the frame has none.

@@ -9,8 +9,9 @@ using MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES;
 
 namespace {
 
-// Blocks 2 to 15 and 48 from the run control values, word by word.
-std::map<int32_t, std::vector<RECORD>> RUN_CONTROL_BLOCKS(const JOB& job) {
+// Blocks 2 to 15 and 48 from the run control values, word by word, those
+// that the format has.
+std::map<int32_t, std::vector<RECORD>> RUN_CONTROL_BLOCKS(const JOB& job, const FORMAT_LAYOUT& layout) {
   const header::HEADER_VARIABLES v = job.WRITTEN_RUN();
   std::map<int32_t, std::vector<RECORD>> blocks;
   blocks[2] = {RECORD::INTS({0, 0, 0, 0, v.TAIL_PAIR_COUNT_A, v.TAIL_PAIR_COUNT_B, v.NUM_BINARY_ITEMS, v.HDR_2_8})};
@@ -49,9 +50,13 @@ std::map<int32_t, std::vector<RECORD>> RUN_CONTROL_BLOCKS(const JOB& job) {
   blocks[12] = {RECORD::INTS({v.NUM_DAMPER_ELEMENTS, v.OUTPUT_FLAGS[16]})};
   blocks[13] = {RECORD::INTS({v.HDR_13_1, v.NUM_DSP_WAVE_HARMONICS, v.HDR_13_3, v.HDR_13_4, 0, v.HDR_13_6})
                     .INT(8, v.AUX_ELEMENT_RESULT_SETS)};
-  blocks[14] = {RECORD::INTS({v.NUM_TARGET_SPECTRUM_INTERVALS, 0, v.HDR_14_3, v.HDR_14_4, job.HDR_14_5_CODE})
-                    .REAL(6, job.SEABED_ANGLE)
-                    .INT(7, v.HDR_14_7)};
+  RECORD block_14 = RECORD::INTS({v.NUM_TARGET_SPECTRUM_INTERVALS, 0, v.HDR_14_3, v.HDR_14_4, job.HDR_14_5_CODE});
+  switch (layout.BLOCK_14) {
+    case BLOCK_14_FORM::ANGLE_AND_WORD_7: block_14.REAL(6, job.SEABED_ANGLE).INT(7, v.HDR_14_7); break;
+    case BLOCK_14_FORM::ANGLE: block_14.REAL(6, job.SEABED_ANGLE); break;
+    case BLOCK_14_FORM::INTEGERS: block_14.INT(6, 0).INT(7, v.HDR_14_7).INT(8, 0); break;
+  }
+  blocks[14] = {block_14};
   // The title in pieces of 28, 28 and 24 characters, one a record.
   const std::string_view title = v.ANALYSIS_TITLE.VIEW();
   blocks[15] = {RECORD::TEXT(title.substr(0, 28)), RECORD::TEXT(title.substr(28, 28)),
@@ -59,12 +64,33 @@ std::map<int32_t, std::vector<RECORD>> RUN_CONTROL_BLOCKS(const JOB& job) {
   // Block 48: the shape function and plastic hardening counts, and flags 18 and 19.
   blocks[48] = {RECORD::INTS({v.SHAPE_FUNCTION_FLAG, v.NUM_PLASTIC_HARDENING_MODELS, v.OUTPUT_FLAGS[17],
                               v.OUTPUT_FLAGS[18], v.SHAPE_FUNCTION_ORDER})};
+  std::erase_if(blocks, [&layout](const auto& block) { return !HAS_BLOCK(layout, block.first); });
   return blocks;
+}
+
+// Where the job's blocks stand: by the directory in V861, by the format's
+// fixed records and the counts in the others.
+HEADER_PLAN PLAN_OF(const JOB& job) {
+  const FORMAT_LAYOUT& layout = LAYOUT_OF(*job.FORMAT);
+  const MOD_COMMON_DATABASE::BLOCK_COUNTS counts = job.LAYOUT_COUNTS();
+  if (!layout.BLOCK_DIRECTORY) return PLAN_WITHOUT_DIRECTORY(layout, counts);
+  HEADER_PLAN plan;
+  int64_t total = 0;
+  const T_BLOCK_ADDRESSES directory = job.DIRECTORY(&total);
+  for (int32_t k = 2; k <= MOD_COMMON_DATABASE::NUM_HEADER_BLOCKS && k <= directory.NUM_BLOCKS; ++k) {
+    plan.BLOCKS[static_cast<std::size_t>(k)] = {.FIRST = directory.ENTRY(k) - 1,
+                                                .RECORDS = MOD_COMMON_DATABASE::BLOCK_RECORDS(k, counts)};
+  }
+  plan.END = total - 1;
+  return plan;
 }
 
 }  // namespace
 
-JOB::JOB() {
+JOB::JOB(const header::FORMAT_VERSION& format) : FORMAT(&format) {
+  LAYOUT_OF(format);  // a format that the builder cannot write is refused here
+  MOTION.FIRST.DATABASE_VERSION = format.DATABASE_VERSION;
+  FORCE.FIRST.DATABASE_VERSION = format.DATABASE_VERSION;
   RUN.NUM_TIME_STEPS = 1;
   RUN.NODES_PER_ELEMENT = 2;
   RUN.COORDS_PER_NODE = 3;
@@ -74,6 +100,7 @@ JOB::JOB() {
 header::HEADER_VARIABLES JOB::COUNTED_RUN() const {
   header::HEADER_VARIABLES v = RUN;
   COUNT_MODEL(MODEL, v);
+  HOLD_RUN(LAYOUT_OF(*FORMAT), v);
   return v;
 }
 
@@ -87,8 +114,11 @@ MOD_COMMON_DATABASE::BLOCK_COUNTS JOB::LAYOUT_COUNTS() const {
     }
     field = static_cast<int32_t>(model_records);
   };
+  const FORMAT_LAYOUT& layout = LAYOUT_OF(*FORMAT);
   records(counts.PLASTIC_HARDENING_RECORDS, MODEL_PLASTIC_HARDENING_RECORDS(MODEL));
   records(counts.BINARY_DATA_RECORDS, MODEL_BINARY_DATA_RECORDS(MODEL));
+  if (!HAS_BLOCK(layout, 50)) counts.PLASTIC_HARDENING_RECORDS = 0;
+  if (!HOLDS_ROWS(layout, 52)) counts.BINARY_DATA_RECORDS = 0;
   counts.NUM_ELEMENTS = run.NUM_ELEMENTS;
   counts.NUM_NONLINEAR_E_TABLES = run.NUM_NONLINEAR_E_TABLES;
   counts.NUM_NODES = run.NUM_NODES;
@@ -121,9 +151,7 @@ MOD_COMMON_DATABASE::BLOCK_COUNTS JOB::LAYOUT_COUNTS() const {
 header::HEADER_VARIABLES JOB::WRITTEN_RUN() const {
   header::HEADER_VARIABLES v = COUNTED_RUN();
   if (v.RESULT_START_RECORD != 0) return v;
-  int64_t header_end = 0;
-  DIRECTORY(&header_end);
-  v.RESULT_START_RECORD = static_cast<int32_t>(header_end - 1);
+  v.RESULT_START_RECORD = static_cast<int32_t>(PLAN_OF(*this).END);
   v.MOTION_START_OFFSET = 0;
   v.FORCE_START_OFFSET = 0;
   v.MOTION_STEP_RECORDS = MOTION_FRAME_RECORDS();
@@ -131,7 +159,15 @@ header::HEADER_VARIABLES JOB::WRITTEN_RUN() const {
   return v;
 }
 
+int64_t JOB::BLOCK_RECORD(int32_t k) const {
+  if (!HAS_BLOCK(LAYOUT_OF(*FORMAT), k)) return -1;
+  return PLAN_OF(*this).PLACE(k).FIRST;
+}
+
 T_BLOCK_ADDRESSES JOB::DIRECTORY(int64_t* header_end) const {
+  if (!LAYOUT_OF(*FORMAT).BLOCK_DIRECTORY) {
+    throw std::logic_error(std::string(FORMAT->NAME) + " has no block directory");
+  }
   T_BLOCK_ADDRESSES directory;
   int32_t status = 0;
   MOD_COMMON_DATABASE::INIT_BLOCK_ADDRESSES(directory, NUM_BLOCK_ADDRESSES, status);
@@ -142,12 +178,16 @@ T_BLOCK_ADDRESSES JOB::DIRECTORY(int64_t* header_end) const {
 }
 
 int32_t JOB::LAST_DIRECTORY_RECORD() const {
+  if (!LAYOUT_OF(*FORMAT).BLOCK_DIRECTORY) {
+    throw std::logic_error(std::string(FORMAT->NAME) + " has no block directory");
+  }
   // The directory starts in record 3 and fills eight entries a record.
   return 2 + (NUM_BLOCK_ADDRESSES + 7) / 8;
 }
 
 FILE_IMAGE JOB::IMAGE(FILE_KIND kind) const {
   const DATABASE_FILE_DESCRIPTION& file = kind == FILE_KIND::MOTION ? MOTION : FORCE;
+  const FORMAT_LAYOUT& layout = LAYOUT_OF(*FORMAT);
   FILE_IMAGE image;
 
   // Record 0: the first record.
@@ -155,35 +195,38 @@ FILE_IMAGE JOB::IMAGE(FILE_KIND kind) const {
   for (int w = 0; w < 5; ++w) first.INT(4 + w, file.FIRST.FILE_WORDS[static_cast<std::size_t>(w)]);
   image.PUT(0, first);
 
-  // Record 1: the directory size record; then the entries, 8 a record.
-  const int32_t last_directory_record = LAST_DIRECTORY_RECORD();
-  image.PUT(1, RECORD::INTS({NUM_BLOCK_ADDRESSES, last_directory_record}));
-  int64_t total = 0;
-  const T_BLOCK_ADDRESSES directory = DIRECTORY(&total);
-  for (std::size_t i = 0; i < directory.ADDRESSES.size(); ++i) {
-    image.PUT_INT(2 + static_cast<int64_t>(i / 8), static_cast<int>(i % 8) + 1, directory.ADDRESSES[i]);
+  // In V861, record 1: the directory size record; then the entries, 8 a
+  // record. The blocks stand behind the directory.
+  int64_t first_block_record = 1;
+  if (layout.BLOCK_DIRECTORY) {
+    const int32_t last_directory_record = LAST_DIRECTORY_RECORD();
+    image.PUT(1, RECORD::INTS({NUM_BLOCK_ADDRESSES, last_directory_record}));
+    const T_BLOCK_ADDRESSES directory = DIRECTORY();
+    for (std::size_t i = 0; i < directory.ADDRESSES.size(); ++i) {
+      image.PUT_INT(2 + static_cast<int64_t>(i / 8), static_cast<int>(i % 8) + 1, directory.ADDRESSES[i]);
+    }
+    first_block_record = last_directory_record;  // 0-based record behind the directory
   }
 
-  // The blocks, each at its entry, each within the records reserved for it.
-  const int64_t after_directory = last_directory_record;  // 0-based record behind the directory
-  const MOD_COMMON_DATABASE::BLOCK_COUNTS counts = LAYOUT_COUNTS();
+  // The blocks, each at its place, each within the records reserved for it.
+  const HEADER_PLAN plan = PLAN_OF(*this);
   const header::HEADER_VARIABLES v = COUNTED_RUN();
-  std::map<int32_t, std::vector<RECORD>> blocks = RUN_CONTROL_BLOCKS(*this);
-  blocks.merge(MODEL_BLOCKS(MODEL, v));
+  std::map<int32_t, std::vector<RECORD>> blocks = RUN_CONTROL_BLOCKS(*this, layout);
+  blocks.merge(MODEL_BLOCKS(MODEL, v, layout));
   for (const auto& [k, records] : BLOCKS) blocks[k] = records;
   for (const auto& [k, records] : blocks) {
-    if (k < 2 || k > MOD_COMMON_DATABASE::NUM_HEADER_BLOCKS || k > NUM_BLOCK_ADDRESSES) {
-      throw std::invalid_argument("block " + std::to_string(k) + " has no directory entry");
+    const BLOCK_PLACE& place = plan.PLACE(k);
+    if (!HAS_BLOCK(layout, k) || place.FIRST < 0) {
+      throw std::invalid_argument("block " + std::to_string(k) + " has no place in a " + std::string(FORMAT->NAME) +
+                                  " file");
     }
-    const int64_t start = directory.ENTRY(k) - 1;  // 0-based record
-    const int64_t reserved = MOD_COMMON_DATABASE::BLOCK_RECORDS(k, counts);
-    if (start < after_directory || static_cast<int64_t>(records.size()) > reserved) {
+    if (place.FIRST < first_block_record || static_cast<int64_t>(records.size()) > place.RECORDS) {
       throw std::invalid_argument("block " + std::to_string(k) + " does not fit its place in the layout");
     }
-    for (std::size_t r = 0; r < records.size(); ++r) image.PUT(start + static_cast<int64_t>(r), records[r]);
+    for (std::size_t r = 0; r < records.size(); ++r) image.PUT(place.FIRST + static_cast<int64_t>(r), records[r]);
   }
-  // The header ends before the first record behind it (1-based `total`).
-  image.EXTEND_TO(total - 1);
+  // The header ends before the record behind it.
+  image.EXTEND_TO(plan.END);
   if (RUN.RESULT_START_RECORD != 0) {
     for (const auto& set : RESULTS.ALL()) {
       if (set.first.FILE() == kind) throw std::invalid_argument("frame values are set, and no frames are written");
@@ -191,7 +234,7 @@ FILE_IMAGE JOB::IMAGE(FILE_KIND kind) const {
     return image;
   }
 
-  PUT_FRAMES(image, kind, total - 1);
+  PUT_FRAMES(image, kind, plan.END);
   return image;
 }
 

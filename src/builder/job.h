@@ -1,9 +1,11 @@
 // The database builder: writes the motion and force files of a job from a
-// description, laid out as the analysis program lays them out.
+// description, laid out as the analysis program lays them out, in any of the
+// six formats.
 //
-// The header is placed block by block at the records that the layout rule of
-// the block directory gives for the description's counts, and every block's
-// contents are checked to fit the records that the rule reserves for it.
+// The header is placed block by block at the records that the format's
+// layout gives for the description's counts (in V861 the layout rule of the
+// block directory), and every block's contents are checked to fit the
+// records that the layout reserves for it.
 //
 //   builder::JOB job;                        // a V861 job with both files
 //   job.FORCE.PRESENT = false;               // ... of which only the .dbm exists
@@ -13,6 +15,22 @@
 //   job.MODEL.NODES = {{.FILE_NUMBER = 1}, {.FILE_NUMBER = 2, .X = 10.0F}};  // blocks 16 to 52
 //   job.BLOCKS[7] = {builder::RECORD::INTS({12})};  // a block's raw records instead
 //   job.WRITE(dir + "/riser");
+//
+//   builder::JOB old(header::V815);          // the same kind of job in V815's layout
+//
+// Formats. The description is the same for every format; format_layout.h
+// tells how the six layouts differ. A format writes what it has a place for
+// and leaves the rest out: a run control value it has no word for (block 2
+// before V821, block 12 and block 48 before V861, block 13 in V811, the
+// seabed angle before V841, HDR_14_7 in V841); the rows of a model block it
+// lacks or cannot count (dampers and plastic hardening models before V861,
+// binary items other than in V861 and V841, Wave Harmonics for the DSP in
+// V811, Vessel and Body Profiles and all behind them in V815 and V811); and
+// the frame sections it does not have. COUNTED_RUN and WRITTEN_RUN give the
+// values as the format holds them, and the frames are laid out by those, so
+// one description can be written in all six layouts. Blocks are numbered as
+// the entries of a V861 directory in every format; BLOCK_RECORD says where
+// each stands.
 //
 // Counts. Every header count that sizes a model block (NUM_ELEMENTS,
 // NUM_NODES, NUM_LABELS, PIP_NODES_PER_PAIR, NUM_BINARY_ITEMS, ...) is written
@@ -39,9 +57,11 @@
 #include <vector>
 
 #include "builder/file_image.h"
+#include "builder/format_layout.h"
 #include "builder/frames.h"
 #include "builder/model.h"
 #include "header/common_database.h"
+#include "header/format_version.h"
 #include "header/tide3_database_files.h"
 
 namespace tmrdar::builder {
@@ -60,12 +80,17 @@ struct DATABASE_FILE_DESCRIPTION {
 };
 
 struct JOB {
-  JOB();
+  // A job written in the format's layout, its files' first records with the
+  // format's version code.
+  explicit JOB(const header::FORMAT_VERSION& format = header::V861);
 
+  // The format written. A test may still set the codes of the first records
+  // apart from it.
+  const header::FORMAT_VERSION* FORMAT = &header::V861;
   DATABASE_FILE_DESCRIPTION MOTION;
   DATABASE_FILE_DESCRIPTION FORCE;
 
-  // Entries of the block directory.
+  // Entries of the block directory (V861 alone).
   int32_t NUM_BLOCK_ADDRESSES = MOD_COMMON_DATABASE::NUM_HEADER_BLOCKS;
   // The run control values that blocks 2 to 15 carry; their counts also size
   // the blocks behind them. A job has one time step, 2 nodes an element,
@@ -75,14 +100,17 @@ struct JOB {
   builder::MODEL MODEL;
   // Block 8 word 3: the seabed kind code.
   int32_t SEABED_CODE = 1;
-  // Block 14 word 5 (the code that sets HDR_14_5) and word 6 (the seabed angle).
+  // Block 14 word 5 (the code that sets HDR_14_5) and word 6 (the seabed
+  // angle, written in V861 and V841 alone; the other formats hold 0 there).
   int32_t HDR_14_5_CODE = 0;
   float SEABED_ANGLE = 0.0F;
   // The counts of the blocks whose size the header does not hold; the header's
   // own counts in here are replaced by those of RUN.
   MOD_COMMON_DATABASE::BLOCK_COUNTS COUNTS;
-  // Raw contents of header blocks, by directory entry (2 to 52). A raw block
-  // stands in place of what the job would write there.
+  // Raw contents of header blocks, by V861 directory entry (2 to 52), in any
+  // format. A raw block stands in place of what the job would write there,
+  // where the format keeps that block; a raw block for a block the format
+  // does not have makes IMAGE throw std::invalid_argument.
   std::map<int32_t, std::vector<RECORD>> BLOCKS;
 
   // Result frames, one a step in each file, behind the header, laid out
@@ -126,21 +154,32 @@ struct JOB {
   // Writes the frames of the file from 0-based record `first_record` on.
   void PUT_FRAMES(FILE_IMAGE& image, FILE_KIND kind, int64_t first_record) const;
 
-  // RUN with the counts that the model sets where RUN leaves them at 0.
+  // RUN with the counts that the model sets where RUN leaves them at 0, as
+  // the format holds them: a value it has no word for is 0 (HDR_14_5 is
+  // RUN's in every format).
   header::HEADER_VARIABLES COUNTED_RUN() const;
-  // The run control values as written: the counted run, with the step
-  // layout of the frames when the builder lays them out.
+  // The run control values as written, what a reader of the file finds: the
+  // counted run, with the step layout of the frames when the builder lays
+  // them out.
   header::HEADER_VARIABLES WRITTEN_RUN() const;
 
   // The counts by which the header is laid out: the counted run, and COUNTS
   // with the plastic hardening and binary item records of the model where
-  // COUNTS leaves them at 0.
+  // COUNTS leaves them at 0 (0 in a format without those blocks).
   MOD_COMMON_DATABASE::BLOCK_COUNTS LAYOUT_COUNTS() const;
 
-  // The directory of the header in 1-based record numbers, as written, and
-  // in `header_end` the 1-based record behind the header.
+  // The 0-based record at which header block k (numbered as the entries of
+  // a V861 directory, 2 to 52; 15 is the title) starts in the format, or -1
+  // for a block that the format does not have (or, in V861, that the
+  // directory has no entry for). In V861 it is DIRECTORY().ENTRY(k) - 1.
+  int64_t BLOCK_RECORD(int32_t k) const;
+
+  // The directory of a V861 header in 1-based record numbers, as written,
+  // and in `header_end` the 1-based record behind the header. Throws
+  // std::logic_error for a format without a directory.
   MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES DIRECTORY(int64_t* header_end = nullptr) const;
-  // The 1-based number of the last directory record, as written.
+  // The 1-based number of the last directory record of a V861 header, as
+  // written. Throws std::logic_error for a format without a directory.
   int32_t LAST_DIRECTORY_RECORD() const;
 
   // The image of one file. Throws std::invalid_argument for a description

@@ -183,13 +183,14 @@ std::vector<RECORD> PIPE_IN_PIPE_BLOCK(const std::vector<PIP_CONNECTION>& connec
   return block.TAKE();
 }
 
-// The groups of three records of all `count` surfaces, then their names.
-std::vector<RECORD> GUIDE_SURFACE_BLOCK(const std::vector<GUIDE_SURFACE>& surfaces, int32_t count) {
+// The heads of all `count` surfaces, `heads` records each of which the first
+// is written, then their names.
+std::vector<RECORD> GUIDE_SURFACE_BLOCK(const std::vector<GUIDE_SURFACE>& surfaces, int32_t count, int32_t heads) {
   BLOCK block;
-  const int64_t names = 3 * int64_t{count};
+  const int64_t names = int64_t{heads} * count;
   for (std::size_t g = 0; g < surfaces.size(); ++g) {
     const GUIDE_SURFACE& s = surfaces[g];
-    block.AT(3 * static_cast<int64_t>(g)) = RECORD::INTS({s.ID})
+    block.AT(heads * static_cast<int64_t>(g)) = RECORD::INTS({s.ID})
                                                 .REAL(2, s.VALUES[0])
                                                 .REAL(3, s.VALUES[1])
                                                 .INT(4, s.SWITCHES[0])
@@ -339,7 +340,8 @@ void COUNT_MODEL(const MODEL& m, header::HEADER_VARIABLES& run) {
   count(run.NUM_BINARY_ITEMS, m.BINARY_ITEMS.size());
 }
 
-std::map<int32_t, std::vector<RECORD>> MODEL_BLOCKS(const MODEL& m, const header::HEADER_VARIABLES& run) {
+std::map<int32_t, std::vector<RECORD>> MODEL_BLOCKS(const MODEL& m, const header::HEADER_VARIABLES& run,
+                                                    const FORMAT_LAYOUT& layout) {
   std::map<int32_t, std::vector<RECORD>> blocks;
   blocks[16] = ELEMENT_BLOCK(m.ELEMENTS);
   blocks[17] = ONE_RECORD_A_ROW(m.ELEMENTS, [](const ELEMENT& e) {
@@ -377,7 +379,7 @@ std::map<int32_t, std::vector<RECORD>> MODEL_BLOCKS(const MODEL& m, const header
     return RECORD::REALS({row[0], row[1], row[2]});
   });
   blocks[33] = PIPE_IN_PIPE_BLOCK(m.PIPE_IN_PIPE, run.PIP_NODES_PER_PAIR);
-  blocks[34] = GUIDE_SURFACE_BLOCK(m.GUIDE_SURFACES, run.NUM_GUIDE_SURFACES);
+  blocks[34] = GUIDE_SURFACE_BLOCK(m.GUIDE_SURFACES, run.NUM_GUIDE_SURFACES, layout.GUIDE_SURFACE_HEAD_RECORDS);
   blocks[35] = ONE_RECORD_A_ROW(m.PANELS, [](const PANEL& p) {
     return RECORD::INTS({p[0], p[1], p[2], p[3], p[4], p[5], p[6]});
   });
@@ -398,8 +400,11 @@ std::map<int32_t, std::vector<RECORD>> MODEL_BLOCKS(const MODEL& m, const header
   blocks[51] = PACKED_INTS(m.DAMPER_ELEMENTS);
   blocks[52] = BINARY_ITEM_BLOCK(m.BINARY_ITEMS);
 
-  // A block with nothing to say is left to the zeros of the file.
-  std::erase_if(blocks, [](const auto& block) { return block.second.empty(); });
+  // A block with nothing to say is left to the zeros of the file, and one
+  // that the format does not keep is left out.
+  std::erase_if(blocks, [&layout](const auto& block) {
+    return block.second.empty() || !HOLDS_ROWS(layout, block.first);
+  });
   return blocks;
 }
 

@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "builder/file_image.h"
+#include "builder/format_layout.h"
 #include "header/tide3_database_files.h"
 
 namespace tmrdar::builder {
@@ -142,8 +143,9 @@ using CURRENT_ROW = std::array<float, 3>;
 // connection takes as many records as the longest one has rows.
 using PIP_CONNECTION = std::vector<std::array<int32_t, 2>>;
 
-// Block 34: three records a surface, of which the first holds the words
-// below, all surfaces' groups first and then a name field for each.
+// Block 34: three head records a surface (two in V821, V815 and V811), of
+// which the first holds the words below and the others are zeros, all
+// surfaces' heads first and then a name field for each.
 struct GUIDE_SURFACE {
   int32_t ID = 0;
   std::array<float, 2> VALUES{};
@@ -252,11 +254,14 @@ void COUNT_MODEL(const MODEL& model, header::HEADER_VARIABLES& run);
 int64_t MODEL_PLASTIC_HARDENING_RECORDS(const MODEL& model);
 int64_t MODEL_BINARY_DATA_RECORDS(const MODEL& model);
 
-// Blocks 16 to 41 and 49 to 52 of the model, block by block, record by
-// record from each block's first record. Block 48 holds run control values
-// and is written with them. `run` gives the counts by which rows are placed
-// (the pipe-in-pipe rows of a connection). Throws std::invalid_argument for
-// a row that the file has no words for (a name longer than its field).
-std::map<int32_t, std::vector<RECORD>> MODEL_BLOCKS(const MODEL& model, const header::HEADER_VARIABLES& run);
+// Blocks 16 to 41 and 49 to 52 of the model in the format's layout, block by
+// block, record by record from each block's first record. Block 48 holds run
+// control values and is written with them. `run` gives the counts by which
+// rows are placed (the pipe-in-pipe rows of a connection, the guide surfaces
+// ahead of their names). The rows of a block that the format does not keep
+// (HOLDS_ROWS) are left out. Throws std::invalid_argument for a row that the
+// file has no words for (a name longer than its field).
+std::map<int32_t, std::vector<RECORD>> MODEL_BLOCKS(const MODEL& model, const header::HEADER_VARIABLES& run,
+                                                    const FORMAT_LAYOUT& layout = V861_LAYOUT);
 
 }  // namespace tmrdar::builder
