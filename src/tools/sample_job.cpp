@@ -11,6 +11,12 @@
 // tension at each end; the bend stiffener moves and turns with the hang-off
 // and pushes on the riser square to its axis. Every other word of the frames
 // is 0.
+//
+//   tmrdar_sample_job [--format NAME] STEM
+//
+// writes STEM.dbm and STEM.dbf in the layout of format NAME (V861, V841,
+// V831, V821, V815 or V811; V861 by default). An older format keeps of the
+// same riser what it has a place for.
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -18,9 +24,11 @@
 #include <numbers>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "builder/job.h"
+#include "header/format_version.h"
 
 namespace {
 
@@ -236,15 +244,40 @@ class RISER_RESULTS {
   std::vector<std::array<float, 5>> waves_;
 };
 
+// The format of a name, or nothing.
+const tmrdar::header::FORMAT_VERSION* FORMAT_NAMED(std::string_view name) {
+  for (const tmrdar::header::FORMAT_VERSION* format : tmrdar::header::FORMAT_VERSIONS) {
+    if (format->NAME == name) return format;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: tmrdar_sample_job STEM   (writes STEM.dbm and STEM.dbf)\n");
+  const tmrdar::header::FORMAT_VERSION* format = &tmrdar::header::V861;
+  const char* stem = nullptr;
+  for (int a = 1; a < argc; ++a) {
+    const std::string_view argument = argv[a];
+    if (argument == "--format" && a + 1 < argc) {
+      format = FORMAT_NAMED(argv[++a]);
+      if (format == nullptr) {
+        std::fprintf(stderr, "tmrdar_sample_job: unknown format %s (V861, V841, V831, V821, V815 or V811)\n", argv[a]);
+        return 2;
+      }
+    } else if (stem == nullptr && !argument.starts_with("--")) {
+      stem = argv[a];
+    } else {
+      stem = nullptr;
+      break;
+    }
+  }
+  if (stem == nullptr) {
+    std::fprintf(stderr, "usage: tmrdar_sample_job [--format NAME] STEM   (writes STEM.dbm and STEM.dbf)\n");
     return 2;
   }
   try {
-    JOB job;
+    JOB job(*format);
     job.MOTION.FIRST.ANALYSIS_DETAIL_2 = 1;
     job.FORCE.FIRST.ANALYSIS_DETAIL_2 = 1;
     job.MOTION.FIRST.FILE_WORDS = {2026, 11, 21, 0, 0};
@@ -289,7 +322,7 @@ int main(int argc, char** argv) {
     // The results of every frame, from the model above.
     const RISER_RESULTS results(job);
     job.FRAME_VALUE = [&results](const FRAME_WORD& w) { return results(w); };
-    job.WRITE(argv[1]);
+    job.WRITE(stem);
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "tmrdar_sample_job: %s\n", failure.what());
     return 1;
