@@ -120,6 +120,64 @@ TEST(FrameWalk, ForceSectionsStandInFileOrderAsCountedByHand) {
   EXPECT_EQ(job.FORCE_FRAME_RECORDS(), 22 + 2 + 4);
 }
 
+TEST(FrameWalk, EachFormatsFramesAsCountedByHand) {
+  // 3 nodes: 18 displacement words in 3 records, 24 node contact words in 4
+  // or 21 in 3 (7 a node); one record for no auxiliary nodes, the step
+  // record, a vessel, a tail item of 2 records (none without block 2), a set
+  // of 9 auxiliary elements in 2 (none without block 13). Force frame of 2
+  // elements: reactions of no boundary conditions 1 record, flag 5's section
+  // 1, then in V861 flags 18 and 19 (5), the spare record, flag 17 (1), the
+  // step record and 2 dampers; elsewhere the step record alone. Headers:
+  // Element Data at 25, 17, 15, 14 and 41 model records behind it, then 4
+  // records of blocks 46 to 51 in V861, 6 + 1 of blocks 46 and 47 in V821 to
+  // V841.
+  struct ROW {
+    const header::FORMAT_VERSION* FORMAT;
+    int64_t CONTACT_WORDS, CONTACT_WORDS_A_NODE, MOTION_RECORDS, MOTION_STEP_LAST, FORCE_RECORDS, FORCE_STEP_LAST;
+    int32_t HEADER;
+  };
+  const std::vector<ROW> rows{{&header::V861, 32, 8, 14, 72, 12, 80, 70}, {&header::V841, 32, 8, 14, 72, 3, 24, 65},
+                              {&header::V831, 24, 7, 13, 64, 3, 24, 65},  {&header::V821, 24, 7, 13, 64, 3, 24, 65},
+                              {&header::V815, 24, 7, 11, 64, 3, 24, 56},  {&header::V811, 24, 7, 9, 64, 3, 24, 55}};
+  for (const ROW& row : rows) {
+    SCOPED_TRACE(row.FORMAT->NAME);
+    JOB job(*row.FORMAT);
+    job.RUN.NUM_TIME_STEPS = 2;
+    job.STEP_TIMES = {0.5F, 1.5F};
+    job.MODEL.NODES.resize(3);
+    job.MODEL.ELEMENTS.resize(2);
+    job.MODEL.AUX_ELEMENTS.resize(9);
+    job.MODEL.VESSELS.resize(1);
+    job.MODEL.DAMPER_ELEMENTS = {1, 2};
+    job.RUN.TAIL_PAIR_COUNT_A = 1;
+    job.RUN.AUX_ELEMENT_RESULT_SETS = 1;
+    FLAGS(job, {1, 4, 5, 17, 18, 19});
+    const FRAME_LAYOUT motion = job.FRAME_SECTIONS(FILE_KIND::MOTION);
+    EXPECT_EQ(*FIND_SECTION(motion, K::NODE_CONTACT),
+              (FRAME_SECTION{K::NODE_CONTACT, 25, row.CONTACT_WORDS, row.CONTACT_WORDS_A_NODE, 3}));
+    EXPECT_EQ(FIND_SECTION(motion, K::MOTION_STEP_RECORD)->LAST_WORD(), row.MOTION_STEP_LAST);
+    EXPECT_EQ(job.MOTION_FRAME_RECORDS(), row.MOTION_RECORDS);
+    const FRAME_LAYOUT force = job.FRAME_SECTIONS(FILE_KIND::FORCE);
+    EXPECT_EQ(FIND_SECTION(force, K::FORCE_STEP_RECORD)->LAST_WORD(), row.FORCE_STEP_LAST);
+    EXPECT_EQ(job.FORCE_FRAME_RECORDS(), row.FORCE_RECORDS);
+    if (row.FORMAT != &header::V861) {
+      EXPECT_EQ(KINDS(force), (std::vector<K>{K::REACTION, K::ELEMENT_9, K::FORCE_STEP_RECORD}));
+    }
+
+    const header::HEADER_VARIABLES v = job.WRITTEN_RUN();
+    EXPECT_EQ(v.RESULT_START_RECORD, row.HEADER);
+    EXPECT_EQ(v.MOTION_STEP_RECORDS, row.MOTION_RECORDS);
+    EXPECT_EQ(v.FORCE_STEP_RECORDS, row.FORCE_RECORDS);
+    // The time of step 2 where its frame's step record stands, in both files.
+    const FILE_IMAGE motion_file = job.IMAGE(FILE_KIND::MOTION);
+    EXPECT_EQ(motion_file.RECORDS(), row.HEADER + 2 * row.MOTION_RECORDS);
+    EXPECT_EQ(WORD(motion_file, 8 * (row.HEADER + row.MOTION_RECORDS) + row.MOTION_STEP_LAST - 7), 1.5F);
+    const FILE_IMAGE force_file = job.IMAGE(FILE_KIND::FORCE);
+    EXPECT_EQ(force_file.RECORDS(), row.HEADER + 2 * row.FORCE_RECORDS);
+    EXPECT_EQ(WORD(force_file, 8 * (row.HEADER + row.FORCE_RECORDS) + row.FORCE_STEP_LAST - 7), 1.5F);
+  }
+}
+
 TEST(FrameWalk, FlagsMultiplyTheirSectionsAndTestedCountsOfNoneTakeNoRecord) {
   JOB job;
   job.MODEL.NODES.resize(2);

@@ -105,6 +105,145 @@ TEST(ModelLayout, EveryBlockStartsAtItsEntryAndTheFileHasTheLayoutsSize) {
   EXPECT_EQ(INT_AT(image, first(48), 2), 1) << "the model count of block 48";
 }
 
+// One description for every format: a little of most blocks, rows of the
+// blocks that older formats lack (DSP harmonics in V811, dampers, a plastic
+// hardening model, a binary item), and counts for the blocks that the model
+// does not describe.
+JOB SMALL_IN_EVERY_FORMAT(const header::FORMAT_VERSION& format) {
+  JOB job(format);
+  MODEL& m = job.MODEL;
+  m.ELEMENTS = {{.FILE_NUMBER = 1601}, {}};
+  m.NODES = {{.FILE_NUMBER = 1901}, {}, {}};
+  m.DSP_WAVE_HARMONICS = {{24.5F}};
+  m.CONTACT_DIAMETERS = {25.5F};
+  m.ELEMENT_SETS = {{"E", {1, 2}}};
+  m.LABELS = {{"L", 1, 2}};
+  m.GUIDE_SURFACES = {{.ID = 3401, .NAME = "G1"}, {.ID = 3402, .NAME = "G2"}};
+  m.STINGER = {40.5F};
+  m.TARGET_SPECTRUM = {{41.5F, 0.0F}, {}, {}, {}};  // 3 intervals
+  m.PLASTIC_HARDENING_MODELS = {{.W1 = 4901, .POINTS = {{50.5F, 0.0F}}}};
+  m.DAMPER_ELEMENTS = {5101};
+  m.BINARY_ITEMS = {{.TYPE = 5201, .BYTES = std::string(40, 'b')}};
+  job.COUNTS.NUM_POINT_BUOYS = 1;
+  job.COUNTS.NUM_VESSEL_PROFILES = 1;
+  job.COUNTS.PACKED_BLOCK_COUNT = 9;
+  job.RUN.TAIL_PAIR_COUNT_A = 1;
+  job.RUN.HDR_14_7 = 147;
+  job.HDR_14_5_CODE = 2;
+  job.SEABED_ANGLE = 2.5F;
+  job.RUN.ANALYSIS_TITLE.ASSIGN(std::string(28, 'a') + std::string(28, 'b') + std::string(24, 'c'));
+  return job;
+}
+
+TEST(ModelLayout, EachFormatPlacesTheBlocksAtItsOwnRecords) {
+  // Worked by hand from Element Data at record E (25 behind V861's
+  // directory, 17, 15, 14): elements 6 and 2 records, nodes 3, seabed 1,
+  // DSP harmonic 1 (none in V811), diameters 1, the set 11, the label 9,
+  // two guide surfaces 22 (20 at 10 records a surface), stinger 1, the
+  // spectrum 2 (3 in V811), the buoy 1, the vessel profile 2; then 3 records
+  // an element (6) and the packed block of 9 (2) ahead of the items; V861
+  // has one record each for blocks 46, 48, 49, 50 and 51, and 2 for 47.
+  struct ROW {
+    const header::FORMAT_VERSION* FORMAT;
+    std::map<int32_t, int64_t> BLOCK;  // -1: the format has no such block
+    int64_t END;
+    int32_t HEADS;  // guide surface head records
+    bool ANGLE;     // block 14 word 6 a real
+    int32_t HDR_14_7;
+    int32_t ITEMS;
+  };
+  const std::vector<ROW> rows{
+      {&header::V861,
+       {{2, 9},   {3, 10},  {12, 19}, {13, 20}, {14, 21}, {15, 22}, {16, 25}, {19, 33}, {24, 37}, {25, 38}, {26, 39},
+        {28, 50}, {34, 59}, {40, 81}, {41, 82}, {43, 84}, {44, 85}, {46, 87}, {47, 88}, {48, 90}, {51, 93}, {52, 94}},
+       97, 3, true, 147, 1},
+      {&header::V841,
+       {{2, 2},   {3, 3},   {12, -1}, {13, 12}, {14, 13}, {15, 14}, {16, 17}, {19, 25}, {24, 29}, {25, 30}, {26, 31},
+        {28, 42}, {34, 51}, {40, 73}, {41, 74}, {43, 76}, {44, 77}, {46, 79}, {47, 85}, {48, -1}, {51, -1}, {52, 87}},
+       90, 3, true, 0, 1},
+      {&header::V831,
+       {{2, 2},   {3, 3},   {12, -1}, {13, 12}, {14, 13}, {15, 14}, {16, 17}, {19, 25}, {24, 29}, {25, 30}, {26, 31},
+        {28, 42}, {34, 51}, {40, 73}, {41, 74}, {43, 76}, {44, 77}, {46, 79}, {47, 85}, {48, -1}, {51, -1}, {52, 87}},
+       87, 3, false, 147, 0},
+      {&header::V821,
+       {{2, 2},   {3, 3},   {12, -1}, {13, 12}, {14, 13}, {15, 14}, {16, 17}, {19, 25}, {24, 29}, {25, 30}, {26, 31},
+        {28, 42}, {34, 51}, {40, 71}, {41, 72}, {43, 74}, {44, 75}, {46, 77}, {47, 83}, {48, -1}, {51, -1}, {52, 85}},
+       85, 2, false, 147, 0},
+      {&header::V815,
+       {{2, -1},  {3, 1},   {12, -1}, {13, 10}, {14, 11}, {15, 12}, {16, 15}, {19, 23}, {24, 27}, {25, 28}, {26, 29},
+        {28, 40}, {34, 49}, {40, 69}, {41, 70}, {43, 72}, {44, -1}, {46, -1}, {47, -1}, {48, -1}, {51, -1}, {52, -1}},
+       73, 2, false, 147, 0},
+      {&header::V811,
+       {{2, -1},  {3, 1},   {12, -1}, {13, -1}, {14, 10}, {15, 11}, {16, 14}, {19, 22}, {24, 26}, {25, 26}, {26, 27},
+        {28, 38}, {34, 47}, {40, 67}, {41, 68}, {43, 71}, {44, -1}, {46, -1}, {47, -1}, {48, -1}, {51, -1}, {52, -1}},
+       72, 2, false, 147, 0}};
+  for (const ROW& row : rows) {
+    SCOPED_TRACE(row.FORMAT->NAME);
+    const JOB job = SMALL_IN_EVERY_FORMAT(*row.FORMAT);
+    for (const auto& [k, record] : row.BLOCK) EXPECT_EQ(job.BLOCK_RECORD(k), record) << "block " << k;
+    const HV v = job.WRITTEN_RUN();
+    EXPECT_EQ(v.RESULT_START_RECORD, row.END);
+    // What a reader finds of the values that some formats have no word for.
+    const bool block_2 = row.BLOCK.at(2) >= 0;
+    const bool late = row.BLOCK.at(48) >= 0;
+    EXPECT_EQ(v.TAIL_PAIR_COUNT_A, block_2 ? 1 : 0);
+    EXPECT_EQ(v.NUM_BINARY_ITEMS, row.ITEMS);
+    EXPECT_EQ(v.NUM_DSP_WAVE_HARMONICS, row.BLOCK.at(13) >= 0 ? 1 : 0);
+    EXPECT_EQ(v.HDR_14_7, row.HDR_14_7);
+    EXPECT_EQ(v.HDR_14_5, 4);
+    EXPECT_EQ(v.NUM_DAMPER_ELEMENTS, late ? 1 : 0);
+    EXPECT_EQ(v.NUM_PLASTIC_HARDENING_MODELS, late ? 1 : 0);
+
+    const FILE_IMAGE image = job.IMAGE(FILE_KIND::FORCE);
+    const auto at = [&row](int32_t k) { return row.BLOCK.at(k); };
+    EXPECT_EQ(INT_AT(image, 0, 1), row.FORMAT->DATABASE_VERSION);
+    EXPECT_EQ(INT_AT(image, at(3), 1), row.END) << "block 3 opens with the result start record";
+    if (block_2) {
+      EXPECT_EQ(INT_AT(image, at(2), 5), 1);
+      EXPECT_EQ(INT_AT(image, at(2), 7), row.ITEMS);
+    }
+    if (at(2) == 2) {
+      EXPECT_EQ(TEXT_AT(image, 1, 32), std::string(32, '\0')) << "record 1 is not a directory record";
+    }
+    if (at(13) >= 0) {
+      EXPECT_EQ(INT_AT(image, at(13), 2), 1);
+      EXPECT_EQ(REAL_AT(image, at(24), 1), 24.5F);
+    }
+    EXPECT_EQ(INT_AT(image, at(14), 1), 3);
+    EXPECT_EQ(INT_AT(image, at(14), 5), 2);
+    if (row.ANGLE) {
+      EXPECT_EQ(REAL_AT(image, at(14), 6), 2.5F);
+    } else {
+      EXPECT_EQ(INT_AT(image, at(14), 6), 0);
+    }
+    EXPECT_EQ(INT_AT(image, at(14), 7), row.HDR_14_7);
+    EXPECT_EQ(INT_AT(image, at(14), 8), 0);
+    EXPECT_EQ(TEXT_AT(image, at(15), 32), std::string(28, 'a') + std::string(4, '\0'));
+    EXPECT_EQ(TEXT_AT(image, at(15) + 1, 32), std::string(28, 'b') + std::string(4, '\0'));
+    EXPECT_EQ(TEXT_AT(image, at(15) + 2, 32), std::string(24, 'c') + std::string(8, '\0'));
+    EXPECT_EQ(INT_AT(image, at(16), 1), 1601);
+    EXPECT_EQ(INT_AT(image, at(19), 1), 1901);
+    EXPECT_EQ(REAL_AT(image, at(25), 1), 25.5F);
+    // The heads of both surfaces, then both names.
+    const int64_t g = at(34);
+    EXPECT_EQ(INT_AT(image, g, 1), 3401);
+    EXPECT_EQ(INT_AT(image, g + row.HEADS, 1), 3402);
+    EXPECT_EQ(TEXT_AT(image, g + 1, 32), std::string(32, '\0'));
+    EXPECT_EQ(TEXT_AT(image, g + 2 * row.HEADS, 3), "G1 ");
+    EXPECT_EQ(TEXT_AT(image, g + 2 * row.HEADS + 8, 3), "G2 ");
+    EXPECT_EQ(REAL_AT(image, at(40), 1), 40.5F);
+    EXPECT_EQ(REAL_AT(image, at(41), 1), 41.5F);
+    if (row.ITEMS > 0) {
+      EXPECT_EQ(INT_AT(image, at(52), 1), 5201);
+      EXPECT_EQ(INT_AT(image, at(52), 3), 40);
+      EXPECT_EQ(TEXT_AT(image, at(52) + 2, 8), std::string(8, 'b'));
+    }
+    if (row.FORMAT != &header::V861) {
+      EXPECT_THROW(job.DIRECTORY(), std::logic_error);
+    }
+  }
+}
+
 TEST(ModelLayout, CountsComeFromTheModelUnlessTheRunSetsThem) {
   JOB job;
   job.MODEL = EVERY_BLOCK();
@@ -139,9 +278,13 @@ TEST(ModelLayout, CountsComeFromTheModelUnlessTheRunSetsThem) {
   none.RUN.OUTPUT_FLAGS[0] = 1;
   EXPECT_EQ(nodes.MOTION_FRAME_RECORDS() - none.MOTION_FRAME_RECORDS(), 5);
 
-  // A raw block stands in place of the model's.
+  // A raw block stands in place of the model's, where the format keeps the
+  // block: V815's block 3 in record 1.
   job.BLOCKS[19] = {RECORD::INTS({77})};
   EXPECT_EQ(INT_AT(job.IMAGE(FILE_KIND::MOTION), directory.ENTRY(19) - 1, 1), 77);
+  JOB old(header::V815);
+  old.BLOCKS[3] = {RECORD::INTS({78})};
+  EXPECT_EQ(INT_AT(old.IMAGE(FILE_KIND::MOTION), 1, 1), 78);
 }
 
 TEST(ModelLayout, SetsLieBackToBackByTheirTrueCounts) {
@@ -193,10 +336,10 @@ TEST(ModelLayout, CurvesAndItemsTakeTheirSinglePrecisionRecords) {
 }
 
 TEST(ModelLayout, WhatTheLayoutCannotHoldIsRefused) {
-  const auto refused = [](const auto& change) {
-    JOB job;
+  const auto refused = [](const auto& change, const header::FORMAT_VERSION& format = header::V861) {
+    JOB job(format);
     change(job);
-    EXPECT_THROW(job.IMAGE(FILE_KIND::FORCE), std::invalid_argument);
+    EXPECT_THROW(job.IMAGE(FILE_KIND::FORCE), std::invalid_argument) << format.NAME;
   };
   refused([](JOB& job) { job.BLOCKS[19] = {RECORD(), RECORD()}; });  // no nodes, no records
   refused([](JOB& job) { job.BLOCKS[53] = {RECORD()}; });
@@ -221,6 +364,14 @@ TEST(ModelLayout, WhatTheLayoutCannotHoldIsRefused) {
     job.RUN.PIP_NODES_PER_PAIR = 2;
   });
   refused([](JOB& job) { job.MODEL.INSTALLATION.SETTINGS[0] = 1; });  // settings without criteria
+  // Raw blocks that a format does not have, or has with no records.
+  const auto raw = [](int32_t k) { return [k](JOB& job) { job.BLOCKS[k] = {RECORD()}; }; };
+  refused(raw(12), header::V841);
+  refused(raw(48), header::V841);
+  refused(raw(52), header::V831);
+  refused(raw(2), header::V815);
+  refused(raw(44), header::V815);
+  refused(raw(13), header::V811);
 }
 
 }  // namespace
