@@ -18,22 +18,24 @@ namespace {
 
 using builder::JOB;
 
-TEST(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
+class DamagedHeader : public ::testing::TestWithParam<const FORMAT_VERSION*> {};
+
+TEST_P(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
+  const FORMAT_VERSION& format = *GetParam();
   testing::SCRATCH_DIR dir;
-  JOB job = EVERY_BLOCK_JOB();
+  JOB job = EVERY_BLOCK_JOB(format);
   job.FORCE.PRESENT = false;
   job.RUN.SHAPE_FUNCTION_FLAG = 1;  // the integration points are made too
   job.RUN.SHAPE_FUNCTION_ORDER = 2;
   job.RUN.NUM_TIME_STEPS = 3;
   const builder::FILE_IMAGE good = job.IMAGE(builder::FILE_KIND::MOTION);
-  int64_t header_end = 0;
-  job.DIRECTORY(&header_end);
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
+  const int64_t header_end = job.WRITTEN_RUN().RESULT_START_RECORD;
+  TIDE3_DATABASE_FILES& db = *TIDE3_DATABASE_MODULE(format.DATABASE_VERSION);
   ASSERT_TRUE(good.WRITE(dir.FILE("job.dbm")));
   bool failed = true;
   db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
   ASSERT_FALSE(failed) << "undamaged: " << ERROR_HANDLING::LAST_MESSAGE();
-  ASSERT_TRUE(db.TABLES.INTEGRATION_POINTS.ALLOCATED());
+  EXPECT_EQ(db.TABLES.INTEGRATION_POINTS.ALLOCATED(), format.BUILDS_INTEGRATION_POINTS);
   const std::array<int32_t, 10> hostile{0, -1, 1, 2, 3, 9, 2'147'483'647, -2'147'483'647 - 1, 1'000'000, 0x7F800001};
   uint32_t seed = 2026;
   const auto next = [&seed] { return seed = seed * 1'103'515'245U + 12'345U; };
@@ -46,6 +48,9 @@ TEST(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
     }
     if (round % 5 == 0) image.TRUNCATE(next() % good.BYTES().size());
     ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
+    // A header that fails before its tables are made keeps those of the
+    // last one; the tables looked at below are this file's own.
+    db.DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
     failed = false;
     ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "(none)");
     db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
@@ -71,6 +76,9 @@ TEST(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
   EXPECT_LT(failures, 550);
   db.CLOSE_TIDE3_DATABASE_FILES();
 }
+
+INSTANTIATE_TEST_SUITE_P(, DamagedHeader, ::testing::ValuesIn(FORMAT_VERSIONS),
+                         [](const auto& info) { return std::string(info.param->NAME); });
 
 }  // namespace
 }  // namespace tmrdar::header

@@ -27,9 +27,9 @@ struct COUNTER {
 // 9 elements, 8 contact diameters a record, and 9 dampers, so that the
 // packed lists cross a record; 6 seabed points, leaving word 5 of their
 // second record to the slope; every set, label and name field different.
-inline builder::JOB EVERY_BLOCK_JOB() {
+inline builder::JOB EVERY_BLOCK_JOB(const FORMAT_VERSION& format = V861) {
   COUNTER c;
-  builder::JOB job;
+  builder::JOB job(format);
   builder::MODEL& m = job.MODEL;
   for (int k = 0; k < 5; ++k) {
     m.NODES.push_back({c.INT() + 100, c.REAL(), c.REAL(), c.REAL(), c.INT(), k == 0 ? 0 : c.INT()});

@@ -1,11 +1,12 @@
 // The fixture of the reader's block tests: a scratch folder, the reader of
-// the directory format, and the open of a job whose directory entries may be
-// made unreadable.
+// one format (the directory format unless a test runs over every format),
+// and the open of a job whose directory entries may be made unreadable.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <string>
 
 #include "builder/job.h"
 #include "frame/base/error_handling.h"
@@ -16,6 +17,9 @@ namespace tmrdar::header {
 
 class HEADER_TEST : public ::testing::Test {
  protected:
+  explicit HEADER_TEST(const FORMAT_VERSION& format = V861)
+      : format(format), db(*TIDE3_DATABASE_MODULE(format.DATABASE_VERSION)) {}
+
   void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
 
   // Writes the job's motion file with the directory entries `dead` set to
@@ -44,7 +48,22 @@ class HEADER_TEST : public ::testing::Test {
   }
 
   testing::SCRATCH_DIR dir;
-  TIDE3_DATABASE_FILES& db = V861_TIDE3_DATABASE_FILES();
+  const FORMAT_VERSION& format;
+  TIDE3_DATABASE_FILES& db;
 };
+
+// The same fixture once for each format: `job` is written in the format's
+// layout, and `db` is the format's reader.
+class FORMAT_TEST : public HEADER_TEST, public ::testing::WithParamInterface<const FORMAT_VERSION*> {
+ protected:
+  FORMAT_TEST() : HEADER_TEST(*GetParam()) {}
+  bool IS(const FORMAT_VERSION& f) const { return &format == &f; }
+};
+
+inline std::string FORMAT_NAME(const ::testing::TestParamInfo<const FORMAT_VERSION*>& info) {
+  return std::string(info.param->NAME);
+}
+#define TMRDAR_FOR_EVERY_FORMAT(suite) \
+  INSTANTIATE_TEST_SUITE_P(, suite, ::testing::ValuesIn(FORMAT_VERSIONS), FORMAT_NAME)
 
 }  // namespace tmrdar::header

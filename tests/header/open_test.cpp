@@ -156,17 +156,18 @@ TEST_F(ReaderOpen, EachVersionKeepsItsOwnState) {
   EXPECT_FALSE(OPEN(v861));
   const std::vector<int32_t> directory = v861.BLOCK_ADDRESSES->ADDRESSES;
 
-  job.MOTION.FIRST.DATABASE_VERSION = 11;
-  job.MOTION.FIRST.ANALYSIS_DETAIL_2 = 5;
-  job.NUM_BLOCK_ADDRESSES = 60;
-  job.WRITE(dir.FILE("older"));
+  JOB older(V841);
+  older.MOTION.FIRST.ANALYSIS_DETAIL_2 = 5;
+  older.WRITE(dir.FILE("older"));
   bool failed = false;
   TIDE3_DATABASE_FILES& v841 = V841_TIDE3_DATABASE_FILES();
   v841.OPEN_TIDE3_DATABASE_FILES("older", dir.PATH().string() + "/", failed);
   EXPECT_FALSE(failed);
   EXPECT_EQ(v841.MOTION_DB_VERSION, 11);
   EXPECT_EQ(v841.ANALYSIS_DETAIL_2, 5);
-  EXPECT_EQ(v841.BLOCK_ADDRESSES, nullptr) << "this format has no directory in its files";
+  ASSERT_NE(v841.BLOCK_ADDRESSES, nullptr) << "the table computed from the counts";
+  EXPECT_EQ(v841.BLOCK_ADDRESSES->NUM_BLOCKS, 48);
+  EXPECT_EQ(v841.NUM_BLOCK_ADDRESSES, 0) << "this format has no directory in its files";
   EXPECT_EQ(v861.BLOCK_ADDRESSES->ADDRESSES, directory);
   EXPECT_EQ(v861.ANALYSIS_DETAIL_2, 0);
   EXPECT_TRUE(v861.MOTION_FILE.IS_OPEN());
@@ -194,7 +195,7 @@ TEST_F(ReaderOpen, FailuresToOpenAreReportedWithTheFormatsMessage) {
 }
 
 TEST_F(ReaderOpen, TheOldestFormatsReadThroughTheFrameUnits) {
-  JOB job;
+  JOB job(V811);
   job.MOTION.PRESENT = false;
   job.FORCE.FIRST = {3, 0, 21, {1, 2, 3, 4, 5}};
   job.WRITE(STEM());

@@ -1,5 +1,6 @@
 // The run control blocks 2 to 15 read back field for field.
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "header_test.h"
@@ -33,9 +34,13 @@ const std::vector<int64_t HV::*> WIDENED{&HV::MOTION_STEP_RECORDS, &HV::FORCE_ST
                                          &HV::MOTION_START_OFFSET, &HV::FORCE_START_OFFSET};
 
 class RunControl : public HEADER_TEST {};
+class RunControlOfEachFormat : public FORMAT_TEST {};
 
-TEST_F(RunControl, EveryFieldLandsInItsVariable) {
-  JOB job;
+// Each format keeps the run control blocks it has at its own records; the
+// values it has no place for read as their defaults, as the builder says it
+// wrote them.
+TEST_P(RunControlOfEachFormat, EveryFieldLandsInItsVariable) {
+  JOB job(format);
   // Distinct small counts (the layout sizes blocks by them) and distinct reals.
   int32_t next = 1;
   for (const auto field : INTEGERS) job.RUN.*field = next++;
@@ -47,20 +52,41 @@ TEST_F(RunControl, EveryFieldLandsInItsVariable) {
   job.SEABED_CODE = 5;
   job.SEABED_ANGLE = 30.0F;
 
-  // These step sizes and offsets put the first step's time before the start
-  // of the file, so the read goes through every block and fails at the time
-  // list, which keeps the start time of block 4.
+  // This offset puts the first step's time before the start of the file,
+  // so the read goes through every block and fails at the time list, which
+  // keeps the start time of block 4.
+  job.RUN.MOTION_START_OFFSET = -1000;
   EXPECT_TRUE(OPEN(job));
   EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read record from database.");
-  for (std::size_t f = 0; f < INTEGERS.size(); ++f) EXPECT_EQ(db.*INTEGERS[f], job.RUN.*INTEGERS[f]) << "integer " << f;
-  for (std::size_t f = 0; f < WIDENED.size(); ++f) EXPECT_EQ(db.*WIDENED[f], job.RUN.*WIDENED[f]) << "widened " << f;
-  for (std::size_t f = 0; f < REALS.size(); ++f) EXPECT_EQ(db.*REALS[f], job.RUN.*REALS[f]) << "real " << f;
+  const HV written = job.WRITTEN_RUN();
+  for (std::size_t f = 0; f < INTEGERS.size(); ++f) EXPECT_EQ(db.*INTEGERS[f], written.*INTEGERS[f]) << "integer " << f;
+  for (std::size_t f = 0; f < WIDENED.size(); ++f) EXPECT_EQ(db.*WIDENED[f], written.*WIDENED[f]) << "widened " << f;
+  for (std::size_t f = 0; f < REALS.size(); ++f) EXPECT_EQ(db.*REALS[f], written.*REALS[f]) << "real " << f;
   EXPECT_EQ(db.END_TIME, job.RUN.HDR_4_2) << "word 2 of block 4 is the end time too";
-  EXPECT_EQ(db.OUTPUT_FLAGS, job.RUN.OUTPUT_FLAGS);
+  EXPECT_EQ(db.OUTPUT_FLAGS, written.OUTPUT_FLAGS);
   EXPECT_EQ(db.ANALYSIS_TITLE, job.RUN.ANALYSIS_TITLE);
   EXPECT_EQ(db.SEABED_GEOMETRY, 4) << "code 5 is a file profile";
-  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_DEG(), 30.0F);
+  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_DEG(), IS(V861) || IS(V841) ? 30.0F : 0.0F);
+  // What each format lacks, against what the description asked for.
+  EXPECT_EQ(db.NUM_DAMPER_ELEMENTS == job.RUN.NUM_DAMPER_ELEMENTS, IS(V861)) << "block 12";
+  EXPECT_EQ(db.HDR_2_8 == job.RUN.HDR_2_8, !IS(V815) && !IS(V811)) << "block 2";
+  EXPECT_EQ(db.HDR_13_1 == job.RUN.HDR_13_1, !IS(V811)) << "block 13";
+  EXPECT_EQ(db.HDR_14_7 == job.RUN.HDR_14_7, !IS(V841)) << "word 7 of block 14";
 }
+
+// Block 14's words 6 and 7 as each format has them: the seabed angle with
+// a seventh word, the angle alone, or eight integers with no angle.
+TEST_P(RunControlOfEachFormat, Block14HasItsFormatsWords) {
+  JOB job(format);
+  job.BLOCKS[14] = {RECORD::INTS({0, 0, 5, 6, 2}).REAL(6, 30.0F).INT(7, 77).INT(8, 88)};
+  EXPECT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
+  EXPECT_EQ(std::tuple(db.HDR_14_3, db.HDR_14_4, db.HDR_14_5), std::tuple(5, 6, 1));
+  const bool angle = IS(V861) || IS(V841);
+  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_DEG(), angle ? 30.0F : 0.0F);
+  EXPECT_EQ(db.HDR_14_7, IS(V841) ? 0 : 77);
+}
+
+TMRDAR_FOR_EVERY_FORMAT(RunControlOfEachFormat);
 
 TEST_F(RunControl, TitlePiecesSkipTheRestOfTheirRecords) {
   JOB job;

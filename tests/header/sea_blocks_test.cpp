@@ -1,6 +1,7 @@
 // The environment blocks read back: seabed points and slope, wave harmonics,
 // contact diameters, the current profile and the target spectrum.
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "header_test.h"
@@ -88,6 +89,31 @@ TEST_F(SeaBlocks, AnUnreadableBlockOrAnImpossibleSpectrumReportsItsMessage) {
   EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
             "Error: Database Postprocessing: Unable to allocate memory for target spectrum database header data.");
   EXPECT_FALSE(db.TABLES.TARGET_SPECTRUM.ALLOCATED());
+}
+
+// The unit formats cannot read a record that the file does not hold whole.
+// The oldest reports a spectrum cut short behind its first record with the
+// words of its own; its first record, and every record of the next format,
+// with the usual message.
+TEST(SpectrumMessages, TheOldestFormatHasASecondWording) {
+  const std::string usual = "Error: Database Postprocessing: Unable to read Target Spectrum data from database header.";
+  const std::string second = "Error: Database Postprocessing: Unable to read target spectrum data from database header.";
+  for (const auto& [format, cut_behind_first, message] :
+       std::vector<std::tuple<const FORMAT_VERSION*, bool, std::string>>{
+           {&V811, true, second}, {&V811, false, usual}, {&V815, true, usual}}) {
+    testing::SCRATCH_DIR dir;
+    builder::JOB job(*format);
+    job.FORCE.PRESENT = false;
+    job.MODEL.TARGET_SPECTRUM = {{1, 2}, {3, 4}, {5, 6}, {7, 8}, {9, 10}};  // two records
+    builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
+    image.TRUNCATE(32 * (job.BLOCK_RECORD(41) + (cut_behind_first ? 1 : 0)));
+    ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
+    bool failed = false;
+    TIDE3_DATABASE_MODULE(format->DATABASE_VERSION)->OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    EXPECT_TRUE(failed);
+    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), message) << format->NAME << (cut_behind_first ? " second" : " first");
+    TIDE3_DATABASE_MODULE(format->DATABASE_VERSION)->CLOSE_TIDE3_DATABASE_FILES();
+  }
 }
 
 }  // namespace

@@ -133,5 +133,30 @@ TEST_F(StepTimes, WordRunsKeepTheirRecordsUntilAnotherIsNeeded) {
   EXPECT_EQ(six, std::vector<float>(6, -7.0F));
 }
 
+// Before V841 the start record and a file's offset are summed in 32 bits:
+// 2^31 - 1 and 7 wrap to 6 - 2^31, and with frames of 2^31 - 1 records the
+// first frame ends at record 5, whose first word, in block 4 of these files,
+// is the stored start time. In 64 bits the same frame lies far behind the
+// file, where the record file finds nothing but zeros.
+TEST(StartRecords, SumIn32BitsBeforeV841) {
+  for (const FORMAT_VERSION* format : {&V831, &V841}) {
+    testing::SCRATCH_DIR dir;
+    JOB job(*format);
+    job.FORCE.PRESENT = false;
+    job.RUN.RESULT_START_RECORD = 2'147'483'647;
+    job.RUN.MOTION_START_OFFSET = 7;
+    job.RUN.MOTION_STEP_RECORDS = 2'147'483'647;
+    job.RUN.START_TIME = 12.5F;
+    ASSERT_EQ(job.BLOCK_RECORD(4), 4);
+    job.WRITE(dir.FILE("job"));
+    TIDE3_DATABASE_FILES& db = *TIDE3_DATABASE_MODULE(format->DATABASE_VERSION);
+    bool failed = true;
+    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    EXPECT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
+    EXPECT_EQ(db.TABLES.TIME_LIST.DATA(), std::vector<float>{format == &V831 ? 12.5F : 0.0F}) << format->NAME;
+    db.CLOSE_TIDE3_DATABASE_FILES();
+  }
+}
+
 }  // namespace
 }  // namespace tmrdar::header

@@ -1,6 +1,8 @@
 // Jobs damaged word by word and cut short: every query answers one of its
 // codes, whether the job opened or not, and no routine reads outside a table
 // (a table throws there; the sanitizer builds run this too).
+#include <algorithm>
+
 #include "builder/file_image.h"
 #include "model_queries/model_queries.h"
 #include "model_queries/open_job.h"
@@ -25,8 +27,8 @@ void ASK_ROUTINES(const header::TIDE3_DATABASE_FILES& db, int32_t number) {
 
 class DamagedJob : public OpenJob {};
 
-TEST_F(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
-  builder::JOB job;
+TEST_P(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
+  builder::JOB job = NEW_JOB();
   job.FORCE.PRESENT = false;
   builder::MODEL& m = job.MODEL;
   m.NODES = {{.FILE_NUMBER = 10, .USER_NUMBER = 1}, {.FILE_NUMBER = 20, .USER_NUMBER = 2}};
@@ -37,8 +39,7 @@ TEST_F(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
   m.PIPE_IN_PIPE = {{{1, 2}, {1, 3}}, {{2, 3}, {0, 1}}};
   m.NONLINEAR_E_TABLES = {{.CURVE = 1, .POINTS = 2}, {}, {.CURVE = 2, .POINTS = 5}};
   const builder::FILE_IMAGE good = job.IMAGE(builder::FILE_KIND::MOTION);
-  int64_t header_end = 0;
-  job.DIRECTORY(&header_end);
+  const int64_t header_end = job.WRITTEN_RUN().RESULT_START_RECORD;
   const std::array<int32_t, 9> hostile{0, -1, 1, 2, 3, 40, 2'147'483'647, -2'147'483'647 - 1, 0x7F800001};
   uint32_t seed = 61;
   const auto next = [&seed] { return seed = seed * 1'103'515'245U + 12'345U; };
@@ -53,7 +54,7 @@ TEST_F(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
     ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
     opened += OPEN(job, false) ? 1 : 0;
     // The codes of the good job, whether or not this one opened.
-    int32_t mc = 13;
+    int32_t mc = C;
     int32_t fc = 0;
     for (int32_t number = -4; number <= 12; ++number) {
       SCOPED_TRACE(::testing::Message() << "round " << round << ", number " << number);
@@ -62,7 +63,10 @@ TEST_F(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
       int32_t n = 20;
       for (int32_t kind = 0; kind <= 1; ++kind) {
         const int32_t node = GetNodeProperties(&mc, &fc, &number, &kind, reals.data());
-        EXPECT_TRUE(node >= 0 && node <= 2) << node;
+        // A damaged count may give the job more rows than it was written
+        // with, and a failed header keeps the tables of the last one.
+        const header::HEADER_TABLES& t = DB().TABLES;
+        EXPECT_TRUE(node >= 0 && node <= std::max(t.NODE_NUMBERS.EXTENT(1), t.AUX_NODE_NUMBERS.EXTENT())) << node;
         const int32_t element = GetElementProperties(&mc, &fc, &number, &kind, &n, ints.data(), reals.data());
         EXPECT_TRUE(element == 0 || element == -1) << element;
       }
@@ -78,6 +82,8 @@ TEST_F(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
   }
   EXPECT_GT(opened, 30) << "enough damaged jobs open to be asked";
 }
+
+TMRDAR_FOR_EVERY_FORMAT(DamagedJob);
 
 }  // namespace
 }  // namespace tmrdar::model_queries

@@ -18,7 +18,9 @@ using ANSWER = std::tuple<int32_t, std::vector<int32_t>, std::vector<float>>;
 class ElementProperties : public OpenJob {
  protected:
   // The answer in arrays of `size` slots (default: n) that held 99 before.
-  ANSWER ASK(int32_t number, int32_t kind, int32_t n, int32_t size = -1, int32_t m = 13, int32_t f = 13) {
+  ANSWER ASK(int32_t number, int32_t kind, int32_t n, int32_t size = -1, int32_t m = OWN, int32_t f = OWN) {
+    if (m == OWN) m = C;
+    if (f == OWN) f = C;
     const auto slots = static_cast<std::size_t>(size < 0 ? n : size);
     ANSWER a{0, std::vector<int32_t>(slots, 99), std::vector<float>(slots, 99.0F)};
     std::get<0>(a) = GetElementProperties(&m, &f, &number, &kind, &n, std::get<1>(a).data(), std::get<2>(a).data());
@@ -32,8 +34,8 @@ std::vector<T> MARKS(std::size_t n, std::vector<T> head = {}) {
   return head;
 }
 
-builder::JOB MODEL() {
-  builder::JOB job;
+builder::JOB MODEL(const header::FORMAT_VERSION& format) {
+  builder::JOB job(format);
   job.RUN.EXTERNAL_FLUID_DEFAULT_A = 1025.0F;
   job.RUN.EXTERNAL_FLUID_DEFAULT_B = 0.5F;
   job.MODEL.NODES = {{.FILE_NUMBER = 3, .USER_NUMBER = 100}, {.FILE_NUMBER = 1, .USER_NUMBER = 200},
@@ -53,8 +55,8 @@ builder::JOB MODEL() {
   return job;
 }
 
-TEST_F(ElementProperties, SlotsSizesMarksAndCodes) {
-  ASSERT_TRUE(OPEN(MODEL()));
+TEST_P(ElementProperties, SlotsSizesMarksAndCodes) {
+  ASSERT_TRUE(OPEN(MODEL(*GetParam())));
   const float tiny = std::bit_cast<float>(0x322BCC77U);  // 1.0e-8, for a negative length
   // A row whose only real value is its length: the default fluid, the rest 0.
   const auto bare = [](float length) { return std::vector<float>{length, 1025, 0.5F, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}; };
@@ -63,34 +65,34 @@ TEST_F(ElementProperties, SlotsSizesMarksAndCodes) {
     ANSWER answer;
     const char* why;
   } cases[] = {
-      {1, 0, 17, -1, 13, 13,
+      {1, 0, 17, -1, C, C,
        {0, MARKS<int32_t>(17, {1, 100, 300, 8, 55, -12, 14}),
         MARKS<float>(17, {5, 1025, 0.5F, 0, 1.25F, 2.25F, 3.25F, 4.25F, 13.5F, 6.5F, 7.5F, 6.25F, 7.25F, 8.25F, 9.5F})},
        "every slot, the rest marked"},
-      {3, 0, 15, -1, 13, 13, {0, MARKS<int32_t>(15, {2, 200, -1, 0, 0, 0, 0}), bare(tiny)}, "an end left a file number"},
-      {2, 0, 15, -1, 13, 13, {0, MARKS<int32_t>(15, {3, 300, -1, 0, 0, 0, 0}), bare(0)}, "an end past the nodes"},
+      {3, 0, 15, -1, C, C, {0, MARKS<int32_t>(15, {2, 200, -1, 0, 0, 0, 0}), bare(tiny)}, "an end left a file number"},
+      {2, 0, 15, -1, C, C, {0, MARKS<int32_t>(15, {3, 300, -1, 0, 0, 0, 0}), bare(0)}, "an end past the nodes"},
       {1, 7, 20, -1, BAD_M, BAD_F, {-3, std::vector<int32_t>(20, 99), std::vector<float>(20, 99)}, "kind first"},
       {1, 0, 20, -1, BAD_M, BAD_F, {-2, MARKS<int32_t>(20), MARKS<float>(20)}, "marked, then the version"},
-      {0, 0, 20, -1, 13, 13, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "no element 0"},
-      {4, 0, 20, -1, 13, 13, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "no element 4"},
-      {-7, 0, 20, -1, 13, 13, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "in no auxiliary row"},
-      {1, 0, 14, -1, 13, 13, {15, MARKS<int32_t>(14), MARKS<float>(14)}, "one slot short"},
-      {1, 0, 0, 15, 13, 13, {15, std::vector<int32_t>(15, 99), std::vector<float>(15, 99)}, "no slots, none marked"},
-      {1, 0, 3, 5, 13, 13, {15, {-1, -1, -1, 99, 99}, {-1, -1, -1, 99, 99}}, "n slots marked"},
-      {5, 1, 6, -1, 13, 13, {0, MARKS<int32_t>(6, {1, 13, 11, 77}), MARKS<float>(6)}, "auxiliary"},
-      {6, 1, 4, -1, 13, 13, {0, {2, 12, -1, 78}, MARKS<float>(4)}, "node row 4 of a table of 3"},
-      {5, 1, 3, -1, 13, 13, {4, MARKS<int32_t>(3), MARKS<float>(3)}, "one auxiliary slot short"},
-      {-5, 1, 4, -1, 13, 13, {-1, MARKS<int32_t>(4), MARKS<float>(4)}, "kind 1 takes the number as given"},
-      {-6, 0, 4, -1, 13, 13, {0, {2, 12, -1, 78}, MARKS<float>(4)}, "kind 0, negative: that auxiliary element"},
-      {-5, 0, 3, -1, 13, 13, {4, MARKS<int32_t>(3), MARKS<float>(3)}, "with the auxiliary size rule"},
+      {0, 0, 20, -1, C, C, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "no element 0"},
+      {4, 0, 20, -1, C, C, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "no element 4"},
+      {-7, 0, 20, -1, C, C, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "in no auxiliary row"},
+      {1, 0, 14, -1, C, C, {15, MARKS<int32_t>(14), MARKS<float>(14)}, "one slot short"},
+      {1, 0, 0, 15, C, C, {15, std::vector<int32_t>(15, 99), std::vector<float>(15, 99)}, "no slots, none marked"},
+      {1, 0, 3, 5, C, C, {15, {-1, -1, -1, 99, 99}, {-1, -1, -1, 99, 99}}, "n slots marked"},
+      {5, 1, 6, -1, C, C, {0, MARKS<int32_t>(6, {1, 13, 11, 77}), MARKS<float>(6)}, "auxiliary"},
+      {6, 1, 4, -1, C, C, {0, {2, 12, -1, 78}, MARKS<float>(4)}, "node row 4 of a table of 3"},
+      {5, 1, 3, -1, C, C, {4, MARKS<int32_t>(3), MARKS<float>(3)}, "one auxiliary slot short"},
+      {-5, 1, 4, -1, C, C, {-1, MARKS<int32_t>(4), MARKS<float>(4)}, "kind 1 takes the number as given"},
+      {-6, 0, 4, -1, C, C, {0, {2, 12, -1, 78}, MARKS<float>(4)}, "kind 0, negative: that auxiliary element"},
+      {-5, 0, 3, -1, C, C, {4, MARKS<int32_t>(3), MARKS<float>(3)}, "with the auxiliary size rule"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(ASK(c.number, c.kind, c.n, c.size, c.m, c.f), c.answer) << c.number << " of kind " << c.kind << ": " << c.why;
   }
 }
 
-TEST_F(ElementProperties, SlotsSixAndSevenRoundHalvesAwayFromZero) {
-  ASSERT_TRUE(OPEN(MODEL()));
+TEST_P(ElementProperties, SlotsSixAndSevenRoundHalvesAwayFromZero) {
+  ASSERT_TRUE(OPEN(MODEL(*GetParam())));
   header::TABLE<float, 2>& section = DB().TABLES.ELEMENT_SECTION_TABLE;
   const std::vector<std::pair<float, int32_t>> cases{
       {2.5F, 3}, {-2.5F, -3}, {0.5F, 1}, {-0.5F, -1}, {2.4999998F, 2}, {3.0e9F, 2147483647}};
@@ -108,8 +110,8 @@ constexpr FLUID DEFAULTS{1025.0F, 0.5F, 0.0F};
 FLUID OF(int32_t e) { return {10.0F * e + 1, 10.0F * e + 2, 10.0F * e + 3}; }
 
 // Elements 1 to n with the B values OF(e), and these pairs.
-builder::JOB PAIRED(int32_t n, const std::vector<builder::PIP_CONNECTION>& pairs) {
-  builder::JOB job;
+builder::JOB PAIRED(const header::FORMAT_VERSION& format, int32_t n, const std::vector<builder::PIP_CONNECTION>& pairs) {
+  builder::JOB job(format);
   job.RUN.EXTERNAL_FLUID_DEFAULT_A = DEFAULTS[0];
   job.RUN.EXTERNAL_FLUID_DEFAULT_B = DEFAULTS[1];
   for (int32_t e = 1; e <= n; ++e) {
@@ -119,10 +121,10 @@ builder::JOB PAIRED(int32_t n, const std::vector<builder::PIP_CONNECTION>& pairs
   return job;
 }
 
-TEST_F(ElementProperties, TheFluidOfTheElementInTheFirstRowOfThePairWhoseSearchFindsIt) {
+TEST_P(ElementProperties, TheFluidOfTheElementInTheFirstRowOfThePairWhoseSearchFindsIt) {
   // Row 2 of the pair names element 2 in column 1, yet element 1 encloses 5;
   // words before the pair's column 2 are not searched.
-  ASSERT_TRUE(OPEN(PAIRED(5, {{{1, 4}, {2, 5}}})));
+  ASSERT_TRUE(OPEN(PAIRED(*GetParam(), 5, {{{1, 4}, {2, 5}}})));
   const std::array<int32_t, 5> outer{0, 0, 0, 1, 1};  // of elements 1 to 5, 0 for the defaults
   for (int32_t e = 1; e <= 5; ++e) {
     const std::vector<float> reals = std::get<2>(ASK(e, 0, 15));
@@ -147,8 +149,8 @@ FLUID WALK(const header::TIDE3_DATABASE_FILES& db, int32_t e) {
   return DEFAULTS;
 }
 
-TEST_F(ElementProperties, ThePairsFoundAtOpenAnswerAsTheWalkOfTheTable) {
-  ASSERT_TRUE(OPEN(PAIRED(6, {})));
+TEST_P(ElementProperties, ThePairsFoundAtOpenAnswerAsTheWalkOfTheTable) {
+  ASSERT_TRUE(OPEN(PAIRED(*GetParam(), 6, {})));
   header::TIDE3_DATABASE_FILES& db = DB();
   std::mt19937 random(20240611);
   const auto pick = [&](int32_t low, int32_t high) { return std::uniform_int_distribution<int32_t>(low, high)(random); };
@@ -166,6 +168,8 @@ TEST_F(ElementProperties, ThePairsFoundAtOpenAnswerAsTheWalkOfTheTable) {
     }
   }
 }
+
+TMRDAR_FOR_EVERY_FORMAT(ElementProperties);
 
 }  // namespace
 }  // namespace tmrdar::model_queries

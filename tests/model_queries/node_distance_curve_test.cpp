@@ -16,8 +16,8 @@ constexpr XYZ UNTOUCHED{U, U, U};
 
 class NodeProperties : public OpenJob {};
 
-TEST_F(NodeProperties, RowsCoordinatesAndCodes) {
-  builder::JOB job;
+TEST_P(NodeProperties, RowsCoordinatesAndCodes) {
+  builder::JOB job = NEW_JOB();
   job.FORCE.PRESENT = false;
   // Out of order, 7 twice, a node numbered 0, file numbers that are other
   // nodes' user numbers.
@@ -33,10 +33,10 @@ TEST_F(NodeProperties, RowsCoordinatesAndCodes) {
     const char* why;
   } cases[] = {
       {7, 0, M, F, 2, {4.0F, 5.0F, 6.0F}, "the lower of two rows, with the codes of a job with no force file"},
-      {0, 0, 13, 13, 3, {-1.5F, 0.0F, 0.0F}, "0 is a number like any other"},
-      {7, 1, 13, 13, 2, {4.0F, 5.0F, 6.0F}, "an auxiliary node's values stand a column apart in their table"},
-      {3, 0, 13, 13, 0, UNTOUCHED, "a file number is no user's number"},
-      {30, 1, 13, 13, 0, UNTOUCHED, "no auxiliary node 30"},
+      {0, 0, C, C, 3, {-1.5F, 0.0F, 0.0F}, "0 is a number like any other"},
+      {7, 1, C, C, 2, {4.0F, 5.0F, 6.0F}, "an auxiliary node's values stand a column apart in their table"},
+      {3, 0, C, C, 0, UNTOUCHED, "a file number is no user's number"},
+      {30, 1, C, C, 0, UNTOUCHED, "no auxiliary node 30"},
       {7, 2, BAD_M, BAD_F, -2, UNTOUCHED, "a bad kind wins over a bad version"},
       {7, 0, BAD_M, BAD_F, -1, UNTOUCHED, "codes of no format"},
       {7, 1, -1, 0, -1, UNTOUCHED, "an unreadable motion file"},
@@ -74,14 +74,16 @@ TEST(Misc, MembershipPredicates) {
 class DistanceAlongRiser : public OpenJob {
  protected:
   // The result and the distance written.
-  std::pair<int32_t, float> ASK(int32_t number, int32_t position, int32_t m = 13, int32_t f = 13) {
+  std::pair<int32_t, float> ASK(int32_t number, int32_t position, int32_t m = OWN, int32_t f = OWN) {
+    if (m == OWN) m = C;
+    if (f == OWN) f = C;
     float distance = U;
     return {GetDistanceAlongRiser(&m, &f, &number, &position, &distance), distance};
   }
 };
 
-TEST_F(DistanceAlongRiser, RowsEndToEndInRowOrderAndTheCodes) {
-  builder::JOB job;
+TEST_P(DistanceAlongRiser, RowsEndToEndInRowOrderAndTheCodes) {
+  builder::JOB job = NEW_JOB();
   // Numbered out of order; row 2 stored negative, row 3 of length zero.
   job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 4, .LENGTH = 2.0F},
                         {.FILE_NUMBER = 2, .USER_NUMBER = 1, .LENGTH = -4.0F},
@@ -94,26 +96,26 @@ TEST_F(DistanceAlongRiser, RowsEndToEndInRowOrderAndTheCodes) {
     int32_t number, position, m, f;
     std::pair<int32_t, float> answer;
   } cases[] = {
-      {4, 3, 13, 13, {0, 2.0F}},
-      {1, 1, 13, 13, {0, 2.0F}},  // the end of row 1 is the start of row 2
-      {1, 3, 13, 13, {0, 2.0F + tiny}},
-      {3, 3, 13, 13, {0, 2.0F + tiny}},  // of length zero
-      {2, 2, 13, 13, {0, 2.0F + tiny + 1.5F}},
+      {4, 3, C, C, {0, 2.0F}},
+      {1, 1, C, C, {0, 2.0F}},  // the end of row 1 is the start of row 2
+      {1, 3, C, C, {0, 2.0F + tiny}},
+      {3, 3, C, C, {0, 2.0F + tiny}},  // of length zero
+      {2, 2, C, C, {0, 2.0F + tiny + 1.5F}},
       // The position before the version, nothing written; -3 and -1 write 0.
       {1, 0, BAD_M, BAD_F, {-2, U}},
-      {1, 4, 13, 13, {-2, U}},
+      {1, 4, C, C, {-2, U}},
       {1, 3, BAD_M, BAD_F, {-3, 0.0F}},
-      {0, 3, 13, 13, {-1, 0.0F}},
-      {5, 3, 13, 13, {-1, 0.0F}},
-      {-1, 3, 13, 13, {-1, 0.0F}},  // auxiliary element 1, which has no distance
+      {0, 3, C, C, {-1, 0.0F}},
+      {5, 3, C, C, {-1, 0.0F}},
+      {-1, 3, C, C, {-1, 0.0F}},  // auxiliary element 1, which has no distance
   };
   for (const auto& c : cases) {
     EXPECT_EQ(ASK(c.number, c.position, c.m, c.f), c.answer) << c.number << " at " << c.position;
   }
 }
 
-TEST_F(DistanceAlongRiser, TheSumIsTheSequential32BitSum) {
-  builder::JOB job;
+TEST_P(DistanceAlongRiser, TheSumIsTheSequential32BitSum) {
+  builder::JOB job = NEW_JOB();
   std::vector<float> lengths;
   for (int32_t i = 1; i <= 3000; ++i) {
     lengths.push_back(i == 10 ? 1.0e7F : 0.1F + static_cast<float>(i % 7) * 0.013F);
@@ -139,15 +141,17 @@ TEST_F(DistanceAlongRiser, TheSumIsTheSequential32BitSum) {
 class StressStrain : public OpenJob {
  protected:
   // The result and the array of `size` pairs (default: the capacity).
-  std::pair<int32_t, std::vector<float>> ASK(int32_t id, int32_t capacity, int32_t size = -1, int32_t m = 13,
-                                             int32_t f = 13) {
+  std::pair<int32_t, std::vector<float>> ASK(int32_t id, int32_t capacity, int32_t size = -1, int32_t m = OWN,
+                                             int32_t f = OWN) {
+    if (m == OWN) m = C;
+    if (f == OWN) f = C;
     std::vector<float> pairs(2 * static_cast<std::size_t>(size < 0 ? capacity : size), U);
     const int32_t result = GetProcessedDirectStressStrainData(&m, &f, &id, &capacity, pairs.data());
     return {result, pairs};
   }
   void SetUp() override {
     OpenJob::SetUp();
-    builder::JOB job;
+    builder::JOB job = NEW_JOB();
     // Curve 5 of three points, 8 of one, 5 again, 9 of none, 4 of -2, and 2
     // whose count runs past the end of the table.
     job.MODEL.NONLINEAR_E_TABLES = {{.CURVE = 5, .POINTS = 3, .VALUE_1 = 0.0F, .VALUE_2 = 0.0F},
@@ -162,7 +166,7 @@ class StressStrain : public OpenJob {
   }
 };
 
-TEST_F(StressStrain, PairsAndResults) {
+TEST_P(StressStrain, PairsAndResults) {
   EXPECT_EQ(ASK(5, 3), std::make_pair(0, std::vector<float>{0.0F, 0.0F, 0.001F, 200.0F, 0.002F, 350.0F}))
       << "the first of two rows, capacity equal to the count";
   EXPECT_EQ(ASK(8, 2), std::make_pair(0, std::vector<float>{1.5F, 2.5F, U, U}));
@@ -178,7 +182,7 @@ TEST_F(StressStrain, PairsAndResults) {
   EXPECT_EQ(ASK(1, 3).first, -1) << "the same as no version";
 }
 
-TEST_F(StressStrain, NumbersAndCountsRoundHalvesAwayFromZero) {
+TEST_P(StressStrain, NumbersAndCountsRoundHalvesAwayFromZero) {
   header::TABLE<float, 2>& table = DB().TABLES.NONLINEAR_E_TABLE;
   table(4, 1) = 2.5F;  // curve 3 ...
   table(4, 2) = 1.5F;  // ... of two points
@@ -191,6 +195,10 @@ TEST_F(StressStrain, NumbersAndCountsRoundHalvesAwayFromZero) {
   table(4, 2) = -0.5F;
   EXPECT_EQ(ASK(3, 2).first, 0) << "-1 point, not 0";
 }
+
+TMRDAR_FOR_EVERY_FORMAT(DistanceAlongRiser);
+TMRDAR_FOR_EVERY_FORMAT(NodeProperties);
+TMRDAR_FOR_EVERY_FORMAT(StressStrain);
 
 }  // namespace
 }  // namespace tmrdar::model_queries
