@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <limits>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -150,6 +151,35 @@ TEST_F(ToolOnASmallJob, ValuesCurvesAndListsOfAuxiliaryItems) {
             "structure        7    1      10      30     2.5      0  2.5\n"
             "structure        5    2      30      20     1.5    2.5    4\n"
             "auxiliary        3    1     102     101       -      -    -\n");
+}
+
+// The sample riser written in each older format: the tool names the format,
+// and shows the model of the sample job in the newest one, word for word.
+TEST_F(ToolOnASmallJob, EveryFormatOfTheSampleJobShowsTheSameRiser) {
+  const auto without_files = [](const std::string& info) {
+    std::string kept;
+    for (const std::string& line : LINES(info)) {
+      if (line.rfind("job ", 0) != 0 && line.rfind("motion file ", 0) != 0 && line.rfind("force file ", 0) != 0 &&
+          line.rfind("format ", 0) != 0) {
+        kept += line + "\n";
+      }
+    }
+    return kept;
+  };
+  const TOOL_RUN info = RUN_TOOL({"info", JOB});
+  const TOOL_RUN nodes = RUN_TOOL({"nodes", JOB, "--csv"});
+  const TOOL_RUN elements = RUN_TOOL({"elements", JOB, "--csv"});
+  for (const std::string format : {"V841", "V831", "V821", "V815", "V811"}) {
+    SCOPED_TRACE(format);
+    const std::string stem = dir.FILE("riser-" + format);
+    ASSERT_EQ(std::system((std::string(TMRDAR_SAMPLE_GENERATOR) + " --format " + format + " " + stem).c_str()), 0);
+    const TOOL_RUN older = RUN_TOOL({"info", stem});
+    ASSERT_EQ(older.STATUS, 0) << older.ERR;
+    EXPECT_NE(older.OUT.find("\nformat                            " + format + "\n"), std::string::npos) << older.OUT;
+    EXPECT_EQ(without_files(older.OUT), without_files(info.OUT));
+    EXPECT_EQ(RUN_TOOL({"nodes", stem, "--csv"}).OUT, nodes.OUT);
+    EXPECT_EQ(RUN_TOOL({"elements", stem, "--csv"}).OUT, elements.OUT);
+  }
 }
 
 TEST_F(ToolOnASmallJob, TheLibrarysOwnMessageWhereItHasOne) {
