@@ -14,8 +14,8 @@ namespace tmrdar::header {
 
 // How a format's files are read.
 enum class FILE_ACCESS {
-  RECORD_FILE,   // the version's own record file objects, by byte address
-  FRAME_UNITS,   // the frame's direct-access units 25 and 26, by record
+  RECORD_FILE,  // the version's own record file objects, by byte address
+  FRAME_UNITS,  // the frame's direct-access units 25 and 26, by record
 };
 
 // Where a format finds the blocks of its header.
@@ -42,6 +42,14 @@ enum class BINARY_ITEMS {
 // The target spectrum's records: 4 pairs a record, one record more than the
 // pairs fill, and one further record in the oldest format.
 enum class SPECTRUM_RECORDS { PAIRS, PAIRS_AND_ONE };
+
+// How the lookups of element results number the force parameters.
+enum class FORCE_NUMBERING {
+  SECTION_BY_PARAMETER,  // section index = parameter + 4, and the request's own
+                         // numbers
+  TABLE_TO_SECTION_16,   // the table of force parameters up to the pressures (30)
+  TABLE,                 // the whole table, with the sections of flags 17 to 19
+};
 
 // Record (from 0) of each run control block 2 to 15 in a format without a
 // directory; NO_RECORD for a block the format does not have. The title (15)
@@ -80,6 +88,26 @@ struct FORMAT_VERSION {
   // The shared start record and a file's own offset are summed in 64 bits;
   // otherwise in 32 bits (wrapping), then widened.
   bool START_SUM_64;
+
+  // The result lookups.
+  // Words of a node's entry in the node contact section of a motion frame.
+  int32_t NODE_CONTACT_WORDS;
+  // A lookup in a file that does not exist is reported in words of its own;
+  // otherwise it shows as a failed read, or returns nothing.
+  bool MISSING_FILE_MESSAGES;
+  // Nodal components and their resultants are numbered from DOFS_PER_NODE:
+  // up to it a stored component, one above it the resultant of components 4
+  // to 6, two above it that of 1 to 3; otherwise 1 to 6, 7 and 8.
+  bool COMPONENTS_BY_DOFS;
+  FORCE_NUMBERING FORCE_PARAMETERS;
+  // Clash codes 33 to 35 spell 1 to 3 again; otherwise the force word of a
+  // clash pair adds the code itself, and only code 1 reads the motion file.
+  bool CLASH_CODES_33_TO_35;
+  // The guide surface and zero gap guide reactions give the magnitude for
+  // any code other than 1 to 3, not only for 4.
+  bool ANY_OTHER_CODE_IS_MAGNITUDE;
+  // The pressures test their output flag at the read.
+  bool PRESSURE_FLAG_TEST;
 };
 
 namespace format_layouts {
@@ -95,47 +123,146 @@ inline constexpr RUN_CONTROL_RECORDS V811{-1, -1, -1, 1, 2, 3, 4, 5, 6, 7, 8, 9,
 inline constexpr RUN_CONTROL_RECORDS NONE{-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1};
 }  // namespace format_layouts
 
-inline constexpr FORMAT_VERSION V861{
-    .NAME = "V861", .DATABASE_VERSION = 13, .ACCESS = FILE_ACCESS::RECORD_FILE,
-    .BLOCKS = BLOCK_LOCATION::DIRECTORY, .OPEN_MESSAGE_HAS_PATH = false, .BUILDS_INTEGRATION_POINTS = true,
-    .RUN_CONTROL = format_layouts::NONE, .BLOCK_14 = BLOCK_14_WORDS::INTS_REAL_INT, .TITLE_NUMBER_SHIFT = 0,
-    .LAST_BLOCK = 52, .GUIDE_SURFACE_HEAD_RECORDS = 3, .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
-    .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = true, .ITEMS = BINARY_ITEMS::DIRECTORY_BLOCK,
-    .START_SUM_64 = true};
-inline constexpr FORMAT_VERSION V841{
-    .NAME = "V841", .DATABASE_VERSION = 11, .ACCESS = FILE_ACCESS::RECORD_FILE,
-    .BLOCKS = BLOCK_LOCATION::FIXED_LAYOUT, .OPEN_MESSAGE_HAS_PATH = false, .BUILDS_INTEGRATION_POINTS = false,
-    .RUN_CONTROL = format_layouts::FIXED, .BLOCK_14 = BLOCK_14_WORDS::INTS_REAL, .TITLE_NUMBER_SHIFT = 0,
-    .LAST_BLOCK = 48, .GUIDE_SURFACE_HEAD_RECORDS = 3, .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
-    .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = false, .ITEMS = BINARY_ITEMS::ADDRESS_TABLE_END,
-    .START_SUM_64 = true};
-inline constexpr FORMAT_VERSION V831{
-    .NAME = "V831", .DATABASE_VERSION = 10, .ACCESS = FILE_ACCESS::RECORD_FILE,
-    .BLOCKS = BLOCK_LOCATION::FIXED_LAYOUT, .OPEN_MESSAGE_HAS_PATH = false, .BUILDS_INTEGRATION_POINTS = false,
-    .RUN_CONTROL = format_layouts::FIXED, .BLOCK_14 = BLOCK_14_WORDS::INTS, .TITLE_NUMBER_SHIFT = 0,
-    .LAST_BLOCK = 48, .GUIDE_SURFACE_HEAD_RECORDS = 3, .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
-    .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = false, .ITEMS = BINARY_ITEMS::NONE,
-    .START_SUM_64 = false};
-inline constexpr FORMAT_VERSION V821{
-    .NAME = "V821", .DATABASE_VERSION = 7, .ACCESS = FILE_ACCESS::RECORD_FILE, .BLOCKS = BLOCK_LOCATION::BY_TITLE,
-    .OPEN_MESSAGE_HAS_PATH = true, .BUILDS_INTEGRATION_POINTS = false, .RUN_CONTROL = format_layouts::FIXED,
-    .BLOCK_14 = BLOCK_14_WORDS::INTS, .TITLE_NUMBER_SHIFT = 0, .LAST_BLOCK = 46, .GUIDE_SURFACE_HEAD_RECORDS = 2,
-    .SPECTRUM = SPECTRUM_RECORDS::PAIRS, .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = false,
-    .ITEMS = BINARY_ITEMS::NONE, .START_SUM_64 = false};
-inline constexpr FORMAT_VERSION V815{
-    .NAME = "V815", .DATABASE_VERSION = 4, .ACCESS = FILE_ACCESS::FRAME_UNITS, .BLOCKS = BLOCK_LOCATION::BY_TITLE,
-    .OPEN_MESSAGE_HAS_PATH = true, .BUILDS_INTEGRATION_POINTS = false, .RUN_CONTROL = format_layouts::V815,
-    .BLOCK_14 = BLOCK_14_WORDS::INTS, .TITLE_NUMBER_SHIFT = 2, .LAST_BLOCK = 43, .GUIDE_SURFACE_HEAD_RECORDS = 2,
-    .SPECTRUM = SPECTRUM_RECORDS::PAIRS, .LOWER_CASE_SPECTRUM_MESSAGE = false, .MATERIAL_BLOCKS = false,
-    .ITEMS = BINARY_ITEMS::NONE, .START_SUM_64 = false};
-inline constexpr FORMAT_VERSION V811{
-    .NAME = "V811", .DATABASE_VERSION = 3, .ACCESS = FILE_ACCESS::FRAME_UNITS, .BLOCKS = BLOCK_LOCATION::BY_TITLE,
-    .OPEN_MESSAGE_HAS_PATH = true, .BUILDS_INTEGRATION_POINTS = false, .RUN_CONTROL = format_layouts::V811,
-    .BLOCK_14 = BLOCK_14_WORDS::INTS, .TITLE_NUMBER_SHIFT = 3, .LAST_BLOCK = 43, .GUIDE_SURFACE_HEAD_RECORDS = 2,
-    .SPECTRUM = SPECTRUM_RECORDS::PAIRS_AND_ONE, .LOWER_CASE_SPECTRUM_MESSAGE = true, .MATERIAL_BLOCKS = false,
-    .ITEMS = BINARY_ITEMS::NONE, .START_SUM_64 = false};
+inline constexpr FORMAT_VERSION V861{.NAME = "V861",
+                                     .DATABASE_VERSION = 13,
+                                     .ACCESS = FILE_ACCESS::RECORD_FILE,
+                                     .BLOCKS = BLOCK_LOCATION::DIRECTORY,
+                                     .OPEN_MESSAGE_HAS_PATH = false,
+                                     .BUILDS_INTEGRATION_POINTS = true,
+                                     .RUN_CONTROL = format_layouts::NONE,
+                                     .BLOCK_14 = BLOCK_14_WORDS::INTS_REAL_INT,
+                                     .TITLE_NUMBER_SHIFT = 0,
+                                     .LAST_BLOCK = 52,
+                                     .GUIDE_SURFACE_HEAD_RECORDS = 3,
+                                     .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
+                                     .LOWER_CASE_SPECTRUM_MESSAGE = false,
+                                     .MATERIAL_BLOCKS = true,
+                                     .ITEMS = BINARY_ITEMS::DIRECTORY_BLOCK,
+                                     .START_SUM_64 = true,
+                                     .NODE_CONTACT_WORDS = 8,
+                                     .MISSING_FILE_MESSAGES = true,
+                                     .COMPONENTS_BY_DOFS = false,
+                                     .FORCE_PARAMETERS = FORCE_NUMBERING::TABLE,
+                                     .CLASH_CODES_33_TO_35 = true,
+                                     .ANY_OTHER_CODE_IS_MAGNITUDE = false,
+                                     .PRESSURE_FLAG_TEST = true};
+inline constexpr FORMAT_VERSION V841{.NAME = "V841",
+                                     .DATABASE_VERSION = 11,
+                                     .ACCESS = FILE_ACCESS::RECORD_FILE,
+                                     .BLOCKS = BLOCK_LOCATION::FIXED_LAYOUT,
+                                     .OPEN_MESSAGE_HAS_PATH = false,
+                                     .BUILDS_INTEGRATION_POINTS = false,
+                                     .RUN_CONTROL = format_layouts::FIXED,
+                                     .BLOCK_14 = BLOCK_14_WORDS::INTS_REAL,
+                                     .TITLE_NUMBER_SHIFT = 0,
+                                     .LAST_BLOCK = 48,
+                                     .GUIDE_SURFACE_HEAD_RECORDS = 3,
+                                     .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
+                                     .LOWER_CASE_SPECTRUM_MESSAGE = false,
+                                     .MATERIAL_BLOCKS = false,
+                                     .ITEMS = BINARY_ITEMS::ADDRESS_TABLE_END,
+                                     .START_SUM_64 = true,
+                                     .NODE_CONTACT_WORDS = 8,
+                                     .MISSING_FILE_MESSAGES = false,
+                                     .COMPONENTS_BY_DOFS = false,
+                                     .FORCE_PARAMETERS = FORCE_NUMBERING::TABLE_TO_SECTION_16,
+                                     .CLASH_CODES_33_TO_35 = true,
+                                     .ANY_OTHER_CODE_IS_MAGNITUDE = false,
+                                     .PRESSURE_FLAG_TEST = false};
+inline constexpr FORMAT_VERSION V831{.NAME = "V831",
+                                     .DATABASE_VERSION = 10,
+                                     .ACCESS = FILE_ACCESS::RECORD_FILE,
+                                     .BLOCKS = BLOCK_LOCATION::FIXED_LAYOUT,
+                                     .OPEN_MESSAGE_HAS_PATH = false,
+                                     .BUILDS_INTEGRATION_POINTS = false,
+                                     .RUN_CONTROL = format_layouts::FIXED,
+                                     .BLOCK_14 = BLOCK_14_WORDS::INTS,
+                                     .TITLE_NUMBER_SHIFT = 0,
+                                     .LAST_BLOCK = 48,
+                                     .GUIDE_SURFACE_HEAD_RECORDS = 3,
+                                     .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
+                                     .LOWER_CASE_SPECTRUM_MESSAGE = false,
+                                     .MATERIAL_BLOCKS = false,
+                                     .ITEMS = BINARY_ITEMS::NONE,
+                                     .START_SUM_64 = false,
+                                     .NODE_CONTACT_WORDS = 7,
+                                     .MISSING_FILE_MESSAGES = false,
+                                     .COMPONENTS_BY_DOFS = true,
+                                     .FORCE_PARAMETERS = FORCE_NUMBERING::SECTION_BY_PARAMETER,
+                                     .CLASH_CODES_33_TO_35 = false,
+                                     .ANY_OTHER_CODE_IS_MAGNITUDE = true,
+                                     .PRESSURE_FLAG_TEST = false};
+inline constexpr FORMAT_VERSION V821{.NAME = "V821",
+                                     .DATABASE_VERSION = 7,
+                                     .ACCESS = FILE_ACCESS::RECORD_FILE,
+                                     .BLOCKS = BLOCK_LOCATION::BY_TITLE,
+                                     .OPEN_MESSAGE_HAS_PATH = true,
+                                     .BUILDS_INTEGRATION_POINTS = false,
+                                     .RUN_CONTROL = format_layouts::FIXED,
+                                     .BLOCK_14 = BLOCK_14_WORDS::INTS,
+                                     .TITLE_NUMBER_SHIFT = 0,
+                                     .LAST_BLOCK = 46,
+                                     .GUIDE_SURFACE_HEAD_RECORDS = 2,
+                                     .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
+                                     .LOWER_CASE_SPECTRUM_MESSAGE = false,
+                                     .MATERIAL_BLOCKS = false,
+                                     .ITEMS = BINARY_ITEMS::NONE,
+                                     .START_SUM_64 = false,
+                                     .NODE_CONTACT_WORDS = 7,
+                                     .MISSING_FILE_MESSAGES = false,
+                                     .COMPONENTS_BY_DOFS = true,
+                                     .FORCE_PARAMETERS = FORCE_NUMBERING::SECTION_BY_PARAMETER,
+                                     .CLASH_CODES_33_TO_35 = false,
+                                     .ANY_OTHER_CODE_IS_MAGNITUDE = true,
+                                     .PRESSURE_FLAG_TEST = false};
+inline constexpr FORMAT_VERSION V815{.NAME = "V815",
+                                     .DATABASE_VERSION = 4,
+                                     .ACCESS = FILE_ACCESS::FRAME_UNITS,
+                                     .BLOCKS = BLOCK_LOCATION::BY_TITLE,
+                                     .OPEN_MESSAGE_HAS_PATH = true,
+                                     .BUILDS_INTEGRATION_POINTS = false,
+                                     .RUN_CONTROL = format_layouts::V815,
+                                     .BLOCK_14 = BLOCK_14_WORDS::INTS,
+                                     .TITLE_NUMBER_SHIFT = 2,
+                                     .LAST_BLOCK = 43,
+                                     .GUIDE_SURFACE_HEAD_RECORDS = 2,
+                                     .SPECTRUM = SPECTRUM_RECORDS::PAIRS,
+                                     .LOWER_CASE_SPECTRUM_MESSAGE = false,
+                                     .MATERIAL_BLOCKS = false,
+                                     .ITEMS = BINARY_ITEMS::NONE,
+                                     .START_SUM_64 = false,
+                                     .NODE_CONTACT_WORDS = 7,
+                                     .MISSING_FILE_MESSAGES = false,
+                                     .COMPONENTS_BY_DOFS = true,
+                                     .FORCE_PARAMETERS = FORCE_NUMBERING::SECTION_BY_PARAMETER,
+                                     .CLASH_CODES_33_TO_35 = false,
+                                     .ANY_OTHER_CODE_IS_MAGNITUDE = true,
+                                     .PRESSURE_FLAG_TEST = false};
+inline constexpr FORMAT_VERSION V811{.NAME = "V811",
+                                     .DATABASE_VERSION = 3,
+                                     .ACCESS = FILE_ACCESS::FRAME_UNITS,
+                                     .BLOCKS = BLOCK_LOCATION::BY_TITLE,
+                                     .OPEN_MESSAGE_HAS_PATH = true,
+                                     .BUILDS_INTEGRATION_POINTS = false,
+                                     .RUN_CONTROL = format_layouts::V811,
+                                     .BLOCK_14 = BLOCK_14_WORDS::INTS,
+                                     .TITLE_NUMBER_SHIFT = 3,
+                                     .LAST_BLOCK = 43,
+                                     .GUIDE_SURFACE_HEAD_RECORDS = 2,
+                                     .SPECTRUM = SPECTRUM_RECORDS::PAIRS_AND_ONE,
+                                     .LOWER_CASE_SPECTRUM_MESSAGE = true,
+                                     .MATERIAL_BLOCKS = false,
+                                     .ITEMS = BINARY_ITEMS::NONE,
+                                     .START_SUM_64 = false,
+                                     .NODE_CONTACT_WORDS = 7,
+                                     .MISSING_FILE_MESSAGES = false,
+                                     .COMPONENTS_BY_DOFS = true,
+                                     .FORCE_PARAMETERS = FORCE_NUMBERING::SECTION_BY_PARAMETER,
+                                     .CLASH_CODES_33_TO_35 = false,
+                                     .ANY_OTHER_CODE_IS_MAGNITUDE = true,
+                                     .PRESSURE_FLAG_TEST = false};
 
 // The formats in the order in which version selection tries them.
-inline constexpr std::array<const FORMAT_VERSION*, 6> FORMAT_VERSIONS{&V861, &V841, &V831, &V821, &V815, &V811};
+inline constexpr std::array<const FORMAT_VERSION *, 6> FORMAT_VERSIONS{&V861, &V841, &V831, &V821, &V815, &V811};
 
 }  // namespace tmrdar::header

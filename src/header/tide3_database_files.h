@@ -51,9 +51,11 @@ struct HEADER_VARIABLES {
   // taken just before the tables are made.
   int64_t MOTION_FRAME_RECORDS = 0;
   int64_t FORCE_FRAME_RECORDS = 0;
-  // Whether the frame arithmetic sums the start record and a file's offset
-  // in 64 bits, or in 32 bits that wrap: the format's rule, set at open.
+  // The format's rules of the frame arithmetic, set at open: whether the
+  // start record and a file's offset are summed in 64 bits, or in 32 bits
+  // that wrap, and the words of a node's entry in the node contact section.
   bool START_SUM_64 = true;
+  int32_t NODE_CONTACT_WORDS = 8;
   int32_t HDR_3_7 = 0;
   int32_t NUM_PANELS = 0;
   // Time span and pipe-in-pipe size.

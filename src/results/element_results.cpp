@@ -78,7 +78,8 @@ DISTANCE_WORK& DISTANCE_WORK_OF(const header::TIDE3_DATABASE_FILES& db) {
 void RETRIEVE_ELEMENT_PRESSURES(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t element, int32_t location,
                                 int32_t selector, float& value, int32_t& status) {
   status = 0;
-  if (db.OUTPUT_FLAGS[15] != 1) {
+  // The newest format tests the flag here too; the others read the word.
+  if (db.VERSION.PRESSURE_FLAG_TEST && db.OUTPUT_FLAGS[15] != 1) {
     ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Database does not contain pressure data.");
     status = FAILED;
     return;
@@ -101,17 +102,24 @@ void RETRIEVE_ELEMENT_TEMPERATURE(header::TIDE3_DATABASE_FILES& db, int32_t step
 void RETRIEVE_CLASHING_RESULTS(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t pair, int32_t code, float& value,
                                int32_t& status) {
   status = 0;
-  if (code == 1 || code == 33) {
+  const bool second_spelling = db.VERSION.CLASH_CODES_33_TO_35;
+  if (code == 1 || (second_spelling && code == 33)) {
     // Word i of the clashing section of the motion frame, behind the node
     // contact section.
     const int64_t section = ADD(ADD(ADD(MA(db, step), GUIDE_WORDS(db)), ZERO_GAP_WORDS(db)), CONTACT_WORDS(db));
     return READ_WORD(db, MOTION, ADD(section, pair), value, status);
   }
   // The clashing forces stand behind the pipe-in-pipe reactions; the pair's
-  // word is the one before its two, and codes 2 and 3 step onto them.
+  // word is the one before its two, and codes 2 and 3 step onto them. The
+  // formats without the second spelling add the code less 1, whatever it is.
   int64_t word = ADD(BEHIND_CONTACT(db, step, ELEMENT_FORCE_WORDS(db), false), 2 * int64_t{pair} - 2);
-  if (code == 2 || code == 34) word = ADD(word, 1);
-  if (code == 3 || code == 35) word = ADD(word, 2);
+  if (!second_spelling) {
+    word = ADD(word, int64_t{code} - 1);
+  } else if (code == 2 || code == 34) {
+    word = ADD(word, 1);
+  } else if (code == 3 || code == 35) {
+    word = ADD(word, 2);
+  }
   READ_WORD(db, FORCE, word, value, status);
 }
 

@@ -44,6 +44,26 @@ constexpr FORCE_SECTION SECTION_OF(int32_t parameter) {
   }
 }
 
+// The section of a force parameter in the format's numbering: by the table,
+// by the table as far as the pressures (16), or, in the formats that number
+// parameters as requests do, the parameter's own number plus 4.
+FORCE_SECTION SECTION_IN_FORMAT(header::FORCE_NUMBERING numbering, int32_t parameter) {
+  switch (numbering) {
+    case header::FORCE_NUMBERING::SECTION_BY_PARAMETER: {
+      // A section that no output flag stands for is none the frames hold.
+      const int64_t section = int64_t{parameter} + 4;
+      return {section >= 1 && section <= header::NUM_OUTPUT_FLAGS ? static_cast<int32_t>(section) : -1, 0};
+    }
+    case header::FORCE_NUMBERING::TABLE_TO_SECTION_16: {
+      const FORCE_SECTION s = SECTION_OF(parameter);
+      return s.SECTION <= 16 ? s : FORCE_SECTION{};
+    }
+    case header::FORCE_NUMBERING::TABLE:
+      break;
+  }
+  return SECTION_OF(parameter);
+}
+
 }  // namespace
 
 // The element sections are counted from the end of the reaction section by
@@ -55,10 +75,10 @@ void READF(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t element, int3
            float& value, bool& error) {
   error = false;
   const HEADER_VARIABLES& h = db;
-  const FORCE_SECTION s = SECTION_OF(parameter);
+  const FORCE_SECTION s = SECTION_IN_FORMAT(db.VERSION.FORCE_PARAMETERS, parameter);
   if (s.SECTION == 0) return;  // no section holds it: nothing
   const auto F = [&h](int32_t i) { return int64_t{h.OUTPUT_FLAGS[static_cast<std::size_t>(i - 1)]}; };
-  if (F(s.SECTION) != 1) {
+  if (s.SECTION < 0 || F(s.SECTION) != 1) {
     ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, NOT_INCLUDED);
     error = true;
     return;

@@ -37,14 +37,16 @@ constexpr int64_t NODAL_WORDS(const HEADER_VARIABLES& h) {
 }
 // The guide surface, zero gap guide, node contact and clashing sections of a
 // motion frame; a section of no guides or no pairs takes no words, the node
-// contact section always takes some.
+// contact section (7 or 8 words a node, by the format) always takes some.
 constexpr int64_t GUIDE_WORDS(const HEADER_VARIABLES& h) {
   return h.NUM_GUIDE_SURFACES > 0 ? SECTION_WORDS(TIMES_32(9, h.NUM_GUIDE_SURFACES)) : 0;
 }
 constexpr int64_t ZERO_GAP_WORDS(const HEADER_VARIABLES& h) {
   return h.NUM_ZERO_GAP_GUIDES > 0 ? SECTION_WORDS(TIMES_32(6, h.NUM_ZERO_GAP_GUIDES)) : 0;
 }
-constexpr int64_t CONTACT_WORDS(const HEADER_VARIABLES& h) { return SECTION_WORDS(TIMES_32(8, h.NUM_NODES)); }
+constexpr int64_t CONTACT_WORDS(const HEADER_VARIABLES& h) {
+  return SECTION_WORDS(TIMES_32(h.NODE_CONTACT_WORDS, h.NUM_NODES));
+}
 constexpr int64_t CLASH_WORDS(const HEADER_VARIABLES& h) {
   return h.NUM_CLASH_PAIRS > 0 ? SECTION_WORDS(h.NUM_CLASH_PAIRS) : 0;
 }

@@ -52,19 +52,22 @@ float MAGNITUDE(float a, float b, float c) { return std::sqrt(a * a + b * b + c 
 float MAGNITUDE(float a, float b) { return std::sqrt(a * a + b * b); }
 
 // A nodal entry of a motion section or of the reaction section, whose words
-// 1 to `count` stand behind `base`: parameters 1 to `count` are the stored
-// components, 7 the magnitude of components 4 to 6, and 8, where `with_8`,
-// that of components 1 to 3. Each component read goes to `value` first, so
-// a failure leaves the last one read there. Any other parameter gives nothing.
+// stand behind `base`: the parameters up to the stored components' count are
+// those components, the next the magnitude of components 4 to 6, and the one
+// after it, where `with_8`, that of components 1 to 3. The stored components
+// are 6, or DOFS_PER_NODE in the formats that number them so. Each component
+// read goes to `value` first, so a failure leaves the last one read there.
+// Any other parameter gives nothing.
 void NODAL_COMPONENT(header::TIDE3_DATABASE_FILES& db, int32_t file, int64_t entry_base, int32_t parameter,
                      bool with_8, float& value, bool& error) {
-  if (parameter >= 1 && parameter <= 6) {
+  const int64_t stored = db.VERSION.COMPONENTS_BY_DOFS ? db.DOFS_PER_NODE : 6;
+  if (parameter >= 1 && parameter <= stored) {
     db.READIN(file, ADD(entry_base, parameter), value, error);
     return;
   }
   int32_t first = 0;
-  if (parameter == 7) first = 4;
-  if (parameter == 8 && with_8) first = 1;
+  if (parameter == stored + 1) first = 4;
+  if (parameter == stored + 2 && with_8) first = 1;
   if (first == 0) return;
   std::array<float, 3> c{};
   for (int32_t k = 0; k < 3; ++k) {
@@ -90,10 +93,45 @@ bool FORCE_RESULTANT(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t ele
   return true;
 }
 
+// The inverse of a resultant, at most INVERSE_LIMIT. Any positive resultant
+// is inverted; the limit then catches what is too large.
+float INVERSE(float r) { return std::min(r > 0.0F ? 1.0F / r : INVERSE_LIMIT, INVERSE_LIMIT); }
+
+// Letter E in the formats that number force parameters as requests do:
+// 1 to 7 the sections of flags 5 to 11, then, counted from DOFS_PER_NODE,
+// the resultants of the sections of flags 9 and 10 and of flags 12 and 13;
+// 15 the inverse of the second, 16 and 17 its two sections alone.
+void REQUEST_NUMBERED_ELEMENT_FORCE(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t element, int32_t location,
+                                    int32_t parameter, float& value, bool& error) {
+  const int64_t dofs = db.DOFS_PER_NODE;
+  float r = 0.0F;
+  if (parameter >= 1 && parameter <= 7) {
+    READF(db, step, element, location, parameter, value, error);
+  } else if (parameter == dofs + 2) {
+    if (FORCE_RESULTANT(db, step, element, location, 5, 6, r, error)) value = r;
+  } else if (parameter == dofs + 3) {
+    if (FORCE_RESULTANT(db, step, element, location, 8, 9, r, error)) value = r;
+  } else if (parameter == 15) {
+    // The test is r <= 0 here, so a resultant that is not a number is
+    // inverted and stays not a number.
+    if (FORCE_RESULTANT(db, step, element, location, 8, 9, r, error)) {
+      value = std::min(r <= 0.0F ? INVERSE_LIMIT : 1.0F / r, INVERSE_LIMIT);
+    }
+  } else if (parameter == 16 || parameter == 17) {
+    READF(db, step, element, location, parameter - 8, value, error);
+  }
+}
+
 // Letter E: the force parameters of an element location.
 void ELEMENT_FORCE(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t element, int32_t location,
                    int32_t parameter, float& value, bool& error) {
-  if (!db.FORCE_FILE_OPEN) return FAIL(NO_FORCE_FILE, error);
+  const header::FORCE_NUMBERING numbering = db.VERSION.FORCE_PARAMETERS;
+  if (db.VERSION.MISSING_FILE_MESSAGES && !db.FORCE_FILE_OPEN) return FAIL(NO_FORCE_FILE, error);
+  if (numbering == header::FORCE_NUMBERING::SECTION_BY_PARAMETER) {
+    return REQUEST_NUMBERED_ELEMENT_FORCE(db, step, element, location, parameter, value, error);
+  }
+  // The formats whose table stops at the pressures have no parameters 37 to 43.
+  if (numbering == header::FORCE_NUMBERING::TABLE_TO_SECTION_16 && parameter >= 37) return;
   float r = 0.0F;
   switch (parameter) {
     case 9: case 10: case 11: case 12: case 13: case 14: case 15:
@@ -108,11 +146,7 @@ void ELEMENT_FORCE(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t eleme
       if (FORCE_RESULTANT(db, step, element, location, 24, 25, r, error)) value = r;
       return;
     case 23:
-      // Any positive resultant is inverted; the limit then catches what is
-      // too large.
-      if (FORCE_RESULTANT(db, step, element, location, 24, 25, r, error)) {
-        value = std::min(r > 0.0F ? 1.0F / r : INVERSE_LIMIT, INVERSE_LIMIT);
-      }
+      if (FORCE_RESULTANT(db, step, element, location, 24, 25, r, error)) value = INVERSE(r);
       return;
     case 42:
       if (FORCE_RESULTANT(db, step, element, location, 38, 39, r, error)) value = r;
@@ -154,6 +188,10 @@ void HEIGHT_ABOVE_SEABED(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t
   value = static_cast<float>(static_cast<double>(c[0]) - height);
 }
 
+// A lookup in a file that does not exist is reported where the format has
+// words for it.
+bool MISSING(const header::TIDE3_DATABASE_FILES& db, bool open) { return !open && db.VERSION.MISSING_FILE_MESSAGES; }
+
 // Letters G, H, C: one word of a whole entry read as a run of `count` words
 // behind `entry_base`, so that the next word of the same entry is served
 // from the kept records. A parameter outside 1 to `count` gives nothing.
@@ -182,35 +220,35 @@ void DABFND(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t element, int
       return ELEMENT_FORCE(db, step, element, entry, parameter, value, error);
     case 'D':
       if (flag[0] != 1) return FAIL(NO_NODAL_MOTION, error);
-      if (!db.MOTION_FILE_OPEN) return FAIL(NO_MOTION_FILE_FOR_MOTION, error);
+      if (MISSING(db, db.MOTION_FILE_OPEN)) return FAIL(NO_MOTION_FILE_FOR_MOTION, error);
       return NODAL_COMPONENT(db, MOTION, ADD(header::MB(h, step), NODE_WORD(h, entry, 0)), parameter, false,
                              value, error);
     case 'V': {
       if (flag[1] != 1) return FAIL(NO_NODAL_VELOCITY, error);
-      if (!db.MOTION_FILE_OPEN) return FAIL(NO_MOTION_FILE_FOR_VELOCITY, error);
+      if (MISSING(db, db.MOTION_FILE_OPEN)) return FAIL(NO_MOTION_FILE_FOR_VELOCITY, error);
       const int64_t section = ADD(header::MB(h, step), MUL(flag[0], NODAL_WORDS(h)));
       return NODAL_COMPONENT(db, MOTION, ADD(section, NODE_WORD(h, entry, 0)), parameter, true, value, error);
     }
     case 'A': {
       if (flag[2] != 1) return FAIL(NO_NODAL_ACCELERATION, error);
-      if (!db.MOTION_FILE_OPEN) return FAIL(NO_MOTION_FILE_FOR_ACCELERATION, error);
+      if (MISSING(db, db.MOTION_FILE_OPEN)) return FAIL(NO_MOTION_FILE_FOR_ACCELERATION, error);
       const int64_t section = ADD(header::MB(h, step), MUL(int64_t{flag[0]} + flag[1], NODAL_WORDS(h)));
       return NODAL_COMPONENT(db, MOTION, ADD(section, NODE_WORD(h, entry, 0)), parameter, true, value, error);
     }
     case 'S':
       // Unlike T, P and B, the force frame's step record is found ahead of
-      // the damper records.
-      if (!db.MOTION_FILE_OPEN && !db.FORCE_FILE_OPEN) return FAIL(NO_DATABASE_FOR_SURFACE, error);
+      // the damper records (which only the newest format has).
+      if (MISSING(db, db.MOTION_FILE_OPEN || db.FORCE_FILE_OPEN)) return FAIL(NO_DATABASE_FOR_SURFACE, error);
       return STEP_RECORD_WORD(db, step, 2, ADD(header::FT(h, step), -6), value, error);
     case 'R':
-      if (!db.FORCE_FILE_OPEN) return FAIL(NO_FORCE_FILE_FOR_REACTION, error);
+      if (MISSING(db, db.FORCE_FILE_OPEN)) return FAIL(NO_FORCE_FILE_FOR_REACTION, error);
       return NODAL_COMPONENT(db, FORCE, ADD(header::FB(h, step), NODE_WORD(h, entry, 0)), parameter, true, value,
                              error);
     case 'X': case 'Y': case 'Z': case 'O': case '1': case '2': {
       // Vessel `element`'s record behind the step record: places 1 to 6.
       const bool translation = letter == 'X' || letter == 'Y' || letter == 'Z';
       if (!db.MOTION_FILE_OPEN) {
-        if (translation) FAIL(NO_MOTION_FILE_FOR_VESSEL, error);
+        if (translation && MISSING(db, false)) FAIL(NO_MOTION_FILE_FOR_VESSEL, error);
         return;
       }
       const int32_t place = static_cast<int32_t>(std::string_view("XYZO12").find(letter)) + 1;
@@ -228,8 +266,11 @@ void DABFND(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t element, int
       return ENTRY_WORD(db, ADD(section, 6 * (int64_t{entry} - 1)), 6, parameter, value, error);
     }
     case 'C': {
+      // 7 or 8 words a node, by the format.
       const int64_t section = ADD(ADD(MA(h, step), GUIDE_WORDS(h)), ZERO_GAP_WORDS(h));
-      return ENTRY_WORD(db, ADD(section, 8 * (int64_t{entry} - 1)), 8, parameter, value, error);
+      const int32_t words = h.NODE_CONTACT_WORDS == 7 ? 7 : 8;
+      return ENTRY_WORD(db, ADD(section, words * (int64_t{entry} - 1)), static_cast<std::size_t>(words), parameter,
+                        value, error);
     }
     case 'K': {
       // The auxiliary node section. The three words are read without a test

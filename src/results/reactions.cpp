@@ -18,12 +18,13 @@ using header::frame_words::MUL;
 constexpr int32_t FAILED = -1;
 
 // What a component code asks for. Codes 1 to 3 are a stored component and 4
-// the magnitude; the reader answers any other code with nothing.
+// the magnitude; any other code gives nothing, or, where `other_magnitude`,
+// the magnitude as well.
 enum class ASKED { COMPONENT, MAGNITUDE, NOTHING };
 
-constexpr ASKED ASKED_BY(int32_t code) {
+constexpr ASKED ASKED_BY(int32_t code, bool other_magnitude = false) {
   if (code >= 1 && code <= 3) return ASKED::COMPONENT;
-  if (code == 4) return ASKED::MAGNITUDE;
+  if (code == 4 || other_magnitude) return ASKED::MAGNITUDE;
   return ASKED::NOTHING;
 }
 
@@ -67,10 +68,10 @@ bool READ_THREE(header::TIDE3_DATABASE_FILES& db, int64_t word, std::array<float
 // The zero gap guide and pipe-in-pipe reactions read only what the code asks
 // for: one word straight into the value, or the three through it for the
 // magnitude, so that a failed read leaves the last component read there.
-void CALCULATE_GUIDE_REACTION(header::TIDE3_DATABASE_FILES& db, int64_t word, int32_t code, float& value,
-                              int32_t& status, std::string_view message) {
+void CALCULATE_GUIDE_REACTION(header::TIDE3_DATABASE_FILES& db, int64_t word, int32_t code, bool other_magnitude,
+                              float& value, int32_t& status, std::string_view message) {
   status = 0;
-  switch (ASKED_BY(code)) {
+  switch (ASKED_BY(code, other_magnitude)) {
     case ASKED::COMPONENT: {
       bool error = false;
       db.READIN(FORCE, ADD(word, code), value, error);
@@ -108,7 +109,7 @@ void CALCULATE_CONTACT_REACTIONS(header::TIDE3_DATABASE_FILES& db, int32_t step,
   // All three are read whatever the code asks for.
   std::array<float, 3> r{};
   if (!READ_THREE(db, ENTRY_WORD(db, step, 0, entry), r, status)) return;
-  switch (ASKED_BY(code)) {
+  switch (ASKED_BY(code, db.VERSION.ANY_OTHER_CODE_IS_MAGNITUDE)) {
     case ASKED::COMPONENT:
       value = r[static_cast<std::size_t>(code - 1)];
       return;
@@ -123,7 +124,8 @@ void CALCULATE_CONTACT_REACTIONS(header::TIDE3_DATABASE_FILES& db, int32_t step,
 void CALCULATE_ZG_GUIDE_REACTIONS(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t entry, int32_t code,
                                   float& value, int32_t& status) {
   // The zero gap guide section stands behind the guide surface section.
-  CALCULATE_GUIDE_REACTION(db, ENTRY_WORD(db, step, GUIDE_REACTION_WORDS(db), entry), code, value, status,
+  CALCULATE_GUIDE_REACTION(db, ENTRY_WORD(db, step, GUIDE_REACTION_WORDS(db), entry), code,
+                           db.VERSION.ANY_OTHER_CODE_IS_MAGNITUDE, value, status,
                            "Invalid square root argument when calculating guide reaction.");
 }
 
@@ -131,7 +133,8 @@ void CALCULATE_PIP_REACTIONS(header::TIDE3_DATABASE_FILES& db, int32_t step, int
                              int32_t& status) {
   // The pipe-in-pipe section stands behind both guide sections.
   const int64_t ahead = ADD(GUIDE_REACTION_WORDS(db), ZERO_GAP_REACTION_WORDS(db));
-  CALCULATE_GUIDE_REACTION(db, ENTRY_WORD(db, step, ahead, entry), code, value, status,
+  // Every format gives nothing here for a code other than 1 to 4.
+  CALCULATE_GUIDE_REACTION(db, ENTRY_WORD(db, step, ahead, entry), code, false, value, status,
                            "Invalid square root argument when calculating the magnitude of the Pipe-In-Pipe reaction.");
 }
 

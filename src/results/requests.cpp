@@ -1,6 +1,7 @@
 #include "results/requests.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "frame/base/error_handling.h"
 #include "frame/base/request_mask.h"
@@ -55,6 +56,38 @@ int64_t FORCE_BASE(const header::HEADER_VARIABLES& h, int32_t step, bool with_cl
   return ADD(word, MUL(MUL(8, R3(h)), sections));
 }
 
+// The word of an element's temperature, behind every contact section.
+int64_t TEMPERATURE_WORD(const header::HEADER_VARIABLES& h, int32_t step, int32_t element, int32_t location) {
+  return ADD(FORCE_BASE(h, step, true, ELEMENT_FLAG_SUM(h)), ADD(MUL(3, element), int64_t{location} - 3));
+}
+
+// Output type 17 in the formats that number force parameters as requests
+// do: 1 to 9 by letter E with the same number, 10 the resultant of 2 and 3,
+// 11 and 12 the sections of flags 12 and 13 (E's 16 and 17), 13 the section
+// of flag 14 and 14 the temperature. Returns the lookup's error flag.
+bool REQUEST_NUMBERED_ELEMENT_RESULT(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request,
+                                     const REQUEST_POSITIONS& at, int32_t step, float& value) {
+  bool error = false;
+  const int32_t p = request.PARAMETER;
+  const int32_t location = request.LOCATION;
+  if (p >= 1 && p <= 9) {
+    DABFND(db, step, at.ELEMENT, location, p, 'E', value, error);
+  } else if (p == 10) {
+    float a = 0.0F;
+    float b = 0.0F;
+    DABFND(db, step, at.ELEMENT, location, 2, 'E', a, error);
+    if (!error) DABFND(db, step, at.ELEMENT, location, 3, 'E', b, error);
+    if (!error) value = std::sqrt(a * a + b * b);
+  } else if (p == 11 || p == 12) {
+    DABFND(db, step, at.ELEMENT, location, p + 5, 'E', value, error);
+  } else if (p == 13) {
+    READF(db, step, at.ELEMENT, location, 10, value, error);  // section index 14
+  } else if (p == 14) {
+    db.READIN(2, TEMPERATURE_WORD(db, step, at.ELEMENT, location), value, error);
+  }
+  return error;
+}
+
 // One step of a request whose positions are known. Returns the lookup's
 // error flag.
 bool LOOKUP(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, const REQUEST_POSITIONS& at,
@@ -69,17 +102,9 @@ bool LOOKUP(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, 
     case 11: {
       // One word of the clashing results: the motion frame's section, or
       // the force frame's clashing forces behind its contact sections.
-      if (p == 1 || p == 33) {
-        const int64_t word = ADD(ADD(MA(db, step), GUIDE_WORDS(db) + ZERO_GAP_WORDS(db) + CONTACT_WORDS(db)),
-                                 at.ENTRY);
-        db.READIN(1, word, value, error);
-        return error;
-      }
-      int64_t word = ADD(FORCE_BASE(db, step, false, ELEMENT_FLAG_SUM(db)), MUL(2, at.ENTRY) - 2);
-      if (p == 2 || p == 34) word = ADD(word, 1);
-      if (p == 3 || p == 35) word = ADD(word, 2);
-      db.READIN(2, word, value, error);
-      return error;
+      int32_t status = 0;
+      RETRIEVE_CLASHING_RESULTS(db, step, at.ENTRY, p, value, status);
+      return (status & 1) != 0;
     }
     case 14: case 15: case 16: {
       int32_t status = 0;
@@ -89,21 +114,22 @@ bool LOOKUP(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, 
       return (status & 1) != 0;
     }
     case 17: {
+      if (db.VERSION.FORCE_PARAMETERS == header::FORCE_NUMBERING::SECTION_BY_PARAMETER) {
+        return REQUEST_NUMBERED_ELEMENT_RESULT(db, request, at, step, value);
+      }
       const int32_t force = p >= 1 && p <= 14 ? FORCE_PARAMETER[p] : 0;
       if (force == 28) {
         READF(db, step, at.ELEMENT, request.LOCATION, force, value, error);
       } else if (force == 29) {
-        // The element temperature, behind every contact section.
-        const int64_t word = ADD(FORCE_BASE(db, step, true, ELEMENT_FLAG_SUM(db)),
-                                 ADD(MUL(3, at.ELEMENT), int64_t{request.LOCATION} - 3));
-        db.READIN(2, word, value, error);
+        db.READIN(2, TEMPERATURE_WORD(db, step, at.ELEMENT, request.LOCATION), value, error);
       } else if (force != 0) {
         DABFND(db, step, at.ELEMENT, request.LOCATION, force, 'E', value, error);
       }
       return error;
     }
     case 18: {
-      if (!FLAG(db, 16)) {
+      // Only the newest format tests the flag again at the read.
+      if (db.VERSION.PRESSURE_FLAG_TEST && !FLAG(db, 16)) {
         ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Database does not contain pressure data.");
         return true;
       }

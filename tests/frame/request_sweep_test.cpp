@@ -1,7 +1,7 @@
 // Every output type and subtype, as a single value of each step and as a
 // history, asked through the exports of a job whose frames hold every
 // section, and of jobs that lack one section, one kind of item or one file
-// at a time.
+// at a time; the jobs are written in each of the six formats.
 //
 // The builder lays each frame out section by section and answers which
 // value it wrote at a section's entry and component; every word holds a
@@ -22,6 +22,7 @@
 
 #include "builder/job.h"
 #include "frame/base/request_mask.h"
+#include "header/format_version.h"
 #include "support/open_through_exports.h"
 #include "support/scratch_dir.h"
 #include "tmrdar/tmrdar.h"
@@ -101,7 +102,13 @@ struct REQUEST {
 
 int32_t LOCATION_STRIDE(S section) { return section == S::PRESSURE ? 2 : 1; }
 
-std::vector<REQUEST> ALL_REQUESTS() {
+// The formats up to V831 number element results as the requests do, and
+// answer parameter 10 with the resultant of parameters 2 and 3.
+bool REQUEST_NUMBERED(const header::FORMAT_VERSION& format) {
+  return format.DATABASE_VERSION <= header::V831.DATABASE_VERSION;
+}
+
+std::vector<REQUEST> ALL_REQUESTS(const header::FORMAT_VERSION& format) {
   std::vector<REQUEST> all = {
       {1, 1, ITEM::NONE, RESULT::STEP_RECORD, {}, {}, 1},
       {2, 1, ITEM::NONE, RESULT::STEP_RECORD, {}, {}, 3},
@@ -145,7 +152,11 @@ std::vector<REQUEST> ALL_REQUESTS() {
   }
   all.push_back({17, 8, ITEM::ELEMENT, RESULT::MAGNITUDE, {{S::ELEMENT_13, 1}, {S::ELEMENT_14, 1}}, {9, 10}});
   all.push_back({17, 9, ITEM::ELEMENT, RESULT::MAGNITUDE, {{S::ELEMENT_24, 1}, {S::ELEMENT_25, 1}}, {12, 13}});
-  all.push_back({17, 10, ITEM::ELEMENT, RESULT::ZERO, {}, {6, 7}});
+  if (REQUEST_NUMBERED(format)) {
+    all.push_back({17, 10, ITEM::ELEMENT, RESULT::MAGNITUDE, {{S::ELEMENT_10, 1}, {S::ELEMENT_11, 1}}, {6, 7}});
+  } else {
+    all.push_back({17, 10, ITEM::ELEMENT, RESULT::ZERO, {}, {6, 7}});
+  }
   all.push_back({17, 11, ITEM::ELEMENT, RESULT::WORD, {{S::ELEMENT_24, 1}}, {12}});
   all.push_back({17, 12, ITEM::ELEMENT, RESULT::WORD, {{S::ELEMENT_25, 1}}, {13}});
   all.push_back({17, 13, ITEM::ELEMENT, RESULT::WORD, {{S::ELEMENT_28, 1}}, {14}});
@@ -164,8 +175,8 @@ std::optional<FILE_KIND> FILE_NEEDED(const REQUEST& r) {
 
 // The full job: every flag set, two or more items of every kind, sections
 // whose words do not fill their last record and sections that do.
-builder::JOB FULL_JOB() {
-  builder::JOB job;
+builder::JOB FULL_JOB(const header::FORMAT_VERSION& format) {
+  builder::JOB job(format);
   header::HEADER_VARIABLES& run = job.RUN;
   run.NUM_TIME_STEPS = STEPS;
   run.OUTPUT_FLAGS.fill(1);
@@ -239,7 +250,7 @@ struct OUTCOME {
   std::optional<float> VALUE;  // nothing where the value cannot be told (a word before the file's frames)
 };
 
-class RequestSweep : public ::testing::Test {
+class RequestSweep : public ::testing::TestWithParam<const header::FORMAT_VERSION*> {
  protected:
   void TearDown() override { XIT(); }
 
@@ -375,11 +386,12 @@ class RequestSweep : public ::testing::Test {
   int32_t force = 0;
 };
 
-TEST_F(RequestSweep, EveryTypeAndSubtypeReadsItsOwnWordWithSectionsPresentAndAbsent) {
-  const std::vector<REQUEST> requests = ALL_REQUESTS();
+TEST_P(RequestSweep, EveryTypeAndSubtypeReadsItsOwnWordWithSectionsPresentAndAbsent) {
+  const header::FORMAT_VERSION& format = *GetParam();
+  const std::vector<REQUEST> requests = ALL_REQUESTS(format);
   int stem = 0;
   for (const VARIANT& variant : VARIANTS()) {
-    builder::JOB built = FULL_JOB();
+    builder::JOB built = FULL_JOB(format);
     variant.CHANGE(built);
     OPEN(built, "job" + std::to_string(++stem));
     if (HasFatalFailure()) return;
@@ -388,6 +400,9 @@ TEST_F(RequestSweep, EveryTypeAndSubtypeReadsItsOwnWordWithSectionsPresentAndAbs
     }
   }
 }
+
+INSTANTIATE_TEST_SUITE_P(, RequestSweep, ::testing::ValuesIn(header::FORMAT_VERSIONS),
+                         [](const auto& info) { return std::string(info.param->NAME); });
 
 }  // namespace
 }  // namespace tmrdar::frame
