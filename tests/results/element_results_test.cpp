@@ -7,6 +7,7 @@
 
 #include "builder/job.h"
 #include "frame/base/error_handling.h"
+#include "header/format_version.h"
 #include "results/derived_results.h"
 #include "support/scratch_dir.h"
 
@@ -19,7 +20,8 @@ constexpr std::string_view UNREADABLE = "Error: Database Postprocessing: Unable 
 
 class ElementResults : public ::testing::Test {
  protected:
-  ElementResults() {
+  explicit ElementResults(const header::FORMAT_VERSION& format = header::V861)
+      : job(format), db(*header::TIDE3_DATABASE_MODULE(format.DATABASE_VERSION)) {
     job.RUN.NUM_TIME_STEPS = 2;
     job.RUN.NUM_ELEMENTS = 3;
     job.RUN.NUM_NODES = 8;  // the node contact section: 64 words take 9 records
@@ -65,7 +67,10 @@ class ElementResults : public ::testing::Test {
     SECTIONS s{};
     int64_t r = v.RESULT_START_RECORD + (n - 1) * job.MOTION_FRAME_RECORDS();
     r += (f[0] + f[1] + f[2]) * records(int64_t{v.NUM_NODES} * v.DOFS_PER_NODE);
-    r += records(9) + records(6) + records(8 * v.NUM_NODES);  // one guide surface, one zero gap guide
+    // One guide surface, one zero gap guide, and the node contact words:
+    // 8 a node, or 7 up to V831.
+    const int64_t contact = job.FORMAT->DATABASE_VERSION <= header::V831.DATABASE_VERSION ? 7 : 8;
+    r += records(9) + records(6) + records(contact * v.NUM_NODES);
     s.MOTION_CLASHES = 8 * r;
     r = v.RESULT_START_RECORD + (n - 1) * job.FORCE_FRAME_RECORDS();
     r += records(int64_t{v.NUM_BOUNDARY_CONDITIONS} * v.DOFS_PER_NODE);
@@ -81,10 +86,51 @@ class ElementResults : public ::testing::Test {
   JOB job;
   builder::FILE_IMAGE motion, force;
   testing::SCRATCH_DIR dir;
-  header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
+  header::TIDE3_DATABASE_FILES& db;
   float value = -7.0F;
   int32_t status = 99;
 };
+
+class ElementResultsOfEachFormat : public ElementResults,
+                                   public ::testing::WithParamInterface<const header::FORMAT_VERSION*> {
+ protected:
+  ElementResultsOfEachFormat() : ElementResults(*GetParam()) {}
+};
+
+// The clashing results and pressures of each format. Up to V831 the node
+// contact section ahead of the motion frame's clashes has 7 words a node,
+// only code 1 reads the motion file and the force word adds the code less 1
+// to the pair's first word; only V861 refuses pressures the frames lack.
+TEST_P(ElementResultsOfEachFormat, ClashCodesAndPressuresAsTheFormatHasThem) {
+  const bool older = GetParam()->DATABASE_VERSION <= header::V831.DATABASE_VERSION;
+  job.RUN.OUTPUT_FLAGS[15] = 0;  // no pressures
+  OPEN();
+  const SECTIONS s = WALK(1);  // words of frame 1 behind its end lie in frame 2
+  const auto READ = [&](int32_t pair, int32_t code) {
+    value = -7.0F;
+    RETRIEVE_CLASHING_RESULTS(db, 1, pair, code, value, status);
+    EXPECT_EQ(status, 0);
+    return value;
+  };
+  EXPECT_EQ(READ(2, 1), -static_cast<float>(s.MOTION_CLASHES + 2));
+  EXPECT_EQ(READ(2, 2), static_cast<float>(s.FORCE_CLASHES + 3));
+  EXPECT_EQ(READ(2, 33), older ? static_cast<float>(s.FORCE_CLASHES + 34) : -static_cast<float>(s.MOTION_CLASHES + 2));
+  EXPECT_EQ(READ(2, 0), static_cast<float>(s.FORCE_CLASHES + (older ? 1 : 2)));
+
+  value = -7.0F;
+  ERROR_HANDLING::ERROR3(false, "", "");
+  RETRIEVE_ELEMENT_PRESSURES(db, 1, 2, 3, 2, value, status);
+  if (GetParam() == &header::V861) {
+    EXPECT_EQ(std::pair(value, status), std::pair(-7.0F, -1));
+    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Database does not contain pressure data.");
+  } else {
+    // The word where the section would stand: element 2, location 3, pressure 2.
+    EXPECT_EQ(std::pair(value, status), std::pair(static_cast<float>(s.PRESSURES + 12), 0));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, ElementResultsOfEachFormat, ::testing::ValuesIn(header::FORMAT_VERSIONS),
+                         [](const auto& info) { return std::string(info.param->NAME); });
 
 TEST_F(ElementResults, EachResultComesFromItsSectionOfTheFrameOfTheStep) {
   OPEN();

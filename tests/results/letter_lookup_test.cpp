@@ -6,11 +6,13 @@
 
 #include <bit>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 #include "builder/job.h"
 #include "frame/base/error_handling.h"
+#include "header/format_version.h"
 #include "header/tide3_database_files.h"
 #include "results/letter_lookup.h"
 #include "support/scratch_dir.h"
@@ -35,6 +37,8 @@ float CODE(FILE_KIND kind, int32_t n, int64_t k) {
 
 class LetterLookup : public ::testing::Test {
  protected:
+  explicit LetterLookup(const header::FORMAT_VERSION& format = header::V861)
+      : job(format), db(*header::TIDE3_DATABASE_MODULE(format.DATABASE_VERSION)) {}
   void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
 
   int64_t RECORDS(FILE_KIND kind) const {
@@ -93,7 +97,17 @@ class LetterLookup : public ::testing::Test {
   bool laid_out = false;
   float value = 0.0F;
   bool error = false;
-  header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
+  header::TIDE3_DATABASE_FILES& db;
+};
+
+// The same lookups in each format, for the rules in which they differ.
+class LetterLookupOfEachFormat : public LetterLookup, public ::testing::WithParamInterface<const header::FORMAT_VERSION*> {
+ protected:
+  LetterLookupOfEachFormat() : LetterLookup(*GetParam()) {}
+  bool NEWEST() const { return GetParam() == &header::V861; }
+  // The formats up to V831 count nodal components from DOFS_PER_NODE and
+  // number force parameters as requests do.
+  bool REQUEST_NUMBERED() const { return GetParam()->DATABASE_VERSION <= header::V831.DATABASE_VERSION; }
 };
 
 // A motion frame with every section, and a tail; reactions in the force
@@ -284,6 +298,94 @@ TEST_F(LetterLookup, ElementForceParameters) {
   OPEN();
   FAILS(NOT_INCLUDED, 'E', 2, 1, 2, 16);
 }
+
+// Only the newest format says that a file is missing; the others fail the
+// read, or give nothing, as they would with any word they cannot reach.
+TEST_P(LetterLookupOfEachFormat, AMissingFileIsReportedOnlyByTheNewestFormat) {
+  const std::string read_failure = "Unable to read record from database.";
+  job.MOTION.PRESENT = false;
+  job.RUN.OUTPUT_FLAGS[0] = 1;
+  OPEN();
+  if (NEWEST()) {
+    FAILS("Nodal motion was requested but the Motion Database (*.dbm) does not exist.", 'D', 1, 0, 1, 1);
+    FAILS("Vessel motion was requested but the Motion Database (*.dbm) does not exist.", 'X', 1, 1, 0, 0);
+  } else {
+    FAILS(read_failure, 'D', 1, 0, 1, 1);
+    NOTHING('X', 1, 1, 0, 0);
+  }
+  db.FORCE_FILE_OPEN = false;  // neither file
+  if (NEWEST()) {
+    FAILS("Water surface elevation was requested but no database (*.dbm / *.dbf) exists.", 'S', 1, 0, 0, 0);
+  } else {
+    NOTHING('S', 1, 0, 0, 0);
+  }
+  db.FORCE_FILE_OPEN = true;
+
+  db.CLOSE_TIDE3_DATABASE_FILES();
+  std::filesystem::remove(dir.FILE("job.dbf"));
+  job.MOTION.PRESENT = true;
+  job.FORCE.PRESENT = false;
+  laid_out = false;
+  OPEN();
+  if (NEWEST()) {
+    FAILS("A reaction was requested but the Force Database (*.dbf) does not exist.", 'R', 1, 0, 1, 1);
+  } else {
+    FAILS(read_failure, 'R', 1, 0, 1, 1);
+  }
+}
+
+// With 3 degrees of freedom a node, parameter 4 of a displacement is the
+// fourth stored word of the entry in the newest format, and in the formats
+// that count from the degrees of freedom the resultant of words 4 to 6.
+TEST_P(LetterLookupOfEachFormat, NodalComponentsCountFromTheDegreesOfFreedomUpToV831) {
+  job.RUN.NUM_NODES = 4, job.RUN.DOFS_PER_NODE = 3, job.RUN.OUTPUT_FLAGS[0] = 1;
+  SET(MOTION, 1, 4, 2.0F), SET(MOTION, 1, 5, 3.0F), SET(MOTION, 1, 6, 6.0F);  // words 4 to 6: node 2's
+  OPEN();
+  EXPECT_EQ(GET('D', 1, 0, 1, 4), REQUEST_NUMBERED() ? 7.0F : 2.0F);
+  EXPECT_EQ(GET('D', 1, 0, 1, 3), CODE(MOTION, 1, 3));
+  if (REQUEST_NUMBERED()) {
+    NOTHING('D', 1, 0, 1, 7);  // beyond the resultant
+  } else {
+    EXPECT_EQ(GET('D', 1, 0, 1, 7), 7.0F);
+  }
+}
+
+// Letter E in the formats' own numbering of force parameters, on sections
+// of 16 words: flags 5 to 7, 9, 10, 12 and 13 in that order.
+TEST_P(LetterLookupOfEachFormat, ElementForceParametersInEachFormatsNumbering) {
+  job.RUN.NUM_TIME_STEPS = 1, job.RUN.NUM_ELEMENTS = 5;
+  for (const int f : {5, 6, 7, 9, 10, 12, 13, 18}) job.RUN.OUTPUT_FLAGS[static_cast<std::size_t>(f - 1)] = 1;
+  const auto AT = [](int i, int e = 1, int l = 2) { return 16 * i + 3 * (e - 1) + l; };  // i-th section present
+  SET(FORCE, 1, AT(3), 3.0F), SET(FORCE, 1, AT(4), 4.0F);  // flags 9 and 10
+  SET(FORCE, 1, AT(5), 0.6F), SET(FORCE, 1, AT(6), 0.8F);  // flags 12 and 13
+  OPEN();
+  if (REQUEST_NUMBERED()) {
+    EXPECT_EQ(GET('E', 1, 1, 2, 2), CODE(FORCE, 1, AT(1))) << "flag 6's section";
+    EXPECT_EQ(GET('E', 1, 1, 2, 8), 5.0F) << "the resultant of flags 9 and 10";
+    EXPECT_EQ(GET('E', 1, 1, 2, 9), 1.0F) << "the resultant of flags 12 and 13";
+    EXPECT_EQ(GET('E', 1, 1, 2, 15), 1.0F) << "its inverse";
+    EXPECT_EQ(GET('E', 1, 1, 2, 16), 0.6F);
+    EXPECT_EQ(GET('E', 1, 1, 2, 17), 0.8F);
+    FAILS(NOT_INCLUDED, 'E', 1, 1, 2, 4);  // flag 8
+    for (const int32_t p : {10, 13, 14, 23, 24, 37}) NOTHING('E', 1, 1, 2, p);
+  } else {
+    EXPECT_EQ(GET('E', 1, 1, 2, 10), CODE(FORCE, 1, AT(1))) << "flag 6's section";
+    EXPECT_EQ(GET('E', 1, 1, 2, 16), 5.0F);
+    EXPECT_EQ(GET('E', 1, 1, 2, 17), 1.0F);
+    EXPECT_EQ(GET('E', 1, 1, 2, 23), 1.0F);
+    for (const int32_t p : {2, 8}) NOTHING('E', 1, 1, 2, p);
+    FAILS(NOT_INCLUDED, 'E', 1, 1, 2, 15);  // flag 11
+    // The sections of flag 18 only in the newest format.
+    if (NEWEST()) {
+      EXPECT_EQ(GET('E', 1, 1, 2, 37), CODE(FORCE, 1, AT(7)));
+    } else {
+      NOTHING('E', 1, 1, 2, 37);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, LetterLookupOfEachFormat, ::testing::ValuesIn(header::FORMAT_VERSIONS),
+                         [](const auto& info) { return std::string(info.param->NAME); });
 
 }  // namespace
 }  // namespace tmrdar::results

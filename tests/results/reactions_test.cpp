@@ -10,6 +10,7 @@
 #include "builder/job.h"
 #include "frame/base/error_handling.h"
 #include "frame/base/io_units.h"
+#include "header/format_version.h"
 #include "results/derived_results.h"
 #include "support/scratch_dir.h"
 
@@ -21,7 +22,8 @@ constexpr std::string_view UNREADABLE = "Error: Database Postprocessing: Unable 
 
 class Reactions : public ::testing::Test {
  protected:
-  Reactions() {
+  explicit Reactions(const header::FORMAT_VERSION& format = header::V861)
+      : job(format), db(*header::TIDE3_DATABASE_MODULE(format.DATABASE_VERSION)) {
     job.MOTION.PRESENT = false;
     job.RUN.NUM_TIME_STEPS = 2;
     job.RUN.NUM_ELEMENTS = 5;
@@ -71,10 +73,39 @@ class Reactions : public ::testing::Test {
   builder::JOB job;
   builder::FILE_IMAGE image;
   testing::SCRATCH_DIR dir;
-  header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
+  header::TIDE3_DATABASE_FILES& db;
   float value = -7.0F;
   int32_t status = 99;
 };
+
+class ReactionsOfEachFormat : public Reactions, public ::testing::WithParamInterface<const header::FORMAT_VERSION*> {
+ protected:
+  ReactionsOfEachFormat() : Reactions(*GetParam()) {}
+};
+
+// Up to V831 the guide surface and zero gap guide reactions answer any code
+// other than 1 to 3 with the magnitude; the pipe-in-pipe reaction, and every
+// reaction of the later formats, with nothing.
+TEST_P(ReactionsOfEachFormat, ACodeOutsideOneToFourIsAMagnitudeForGuidesUpToV831) {
+  OPEN({{0, 1, {3.0F, 4.0F, 12.0F}}, {1, 1, {0.0F, 6.0F, 8.0F}}, {2, 1, {2.0F, 3.0F, 6.0F}}});
+  const bool magnitude = GetParam()->DATABASE_VERSION <= header::V831.DATABASE_VERSION;
+  for (const int32_t code : {0, 5}) {
+    value = -7.0F;
+    CALCULATE_CONTACT_REACTIONS(db, 1, 1, code, value, status);
+    EXPECT_EQ(std::pair(value, status), std::pair(magnitude ? 13.0F : -7.0F, 0)) << code;
+    value = -7.0F;
+    CALCULATE_ZG_GUIDE_REACTIONS(db, 1, 1, code, value, status);
+    EXPECT_EQ(std::pair(value, status), std::pair(magnitude ? 10.0F : -7.0F, 0)) << code;
+    value = -7.0F;
+    CALCULATE_PIP_REACTIONS(db, 1, 1, code, value, status);
+    EXPECT_EQ(std::pair(value, status), std::pair(-7.0F, 0)) << code;
+  }
+  CALCULATE_PIP_REACTIONS(db, 1, 1, 4, value, status);
+  EXPECT_EQ(value, 7.0F);
+}
+
+INSTANTIATE_TEST_SUITE_P(, ReactionsOfEachFormat, ::testing::ValuesIn(header::FORMAT_VERSIONS),
+                         [](const auto& info) { return std::string(info.param->NAME); });
 
 // The requests reach every entry of these sections; here the places that
 // no request reaches. Entry 0 is the three words before its section, the
