@@ -154,7 +154,8 @@ TEST_F(ToolOnASmallJob, ValuesCurvesAndListsOfAuxiliaryItems) {
 }
 
 // The sample riser written in each older format: the tool names the format,
-// and shows the model of the sample job in the newest one, word for word.
+// and shows the model and the results of the sample job in the newest one,
+// word for word.
 TEST_F(ToolOnASmallJob, EveryFormatOfTheSampleJobShowsTheSameRiser) {
   const auto without_files = [](const std::string& info) {
     std::string kept;
@@ -169,6 +170,24 @@ TEST_F(ToolOnASmallJob, EveryFormatOfTheSampleJobShowsTheSameRiser) {
   const TOOL_RUN info = RUN_TOOL({"info", JOB});
   const TOOL_RUN nodes = RUN_TOOL({"nodes", JOB, "--csv"});
   const TOOL_RUN elements = RUN_TOOL({"elements", JOB, "--csv"});
+  // Results from each file and of several kinds, as values and histories.
+  const std::vector<std::vector<std::string>> questions{
+      {"value", "element-force", "1", "--element", "300", "--position", "3", "--step", "500"},
+      {"history", "displacement", "1", "--label", "HANG-OFF", "--count", "20"},
+      {"history", "reaction", "1", "--label", "hang-off", "--count", "20"},
+      {"history", "guide-surface-reaction", "magnitude", "--entry", "1", "--count", "20"},
+  };
+  const auto ASK = [](const std::string& stem, std::vector<std::string> question) {
+    question.insert(question.begin() + 1, stem);
+    question.push_back("--csv");
+    return RUN_TOOL(question);
+  };
+  std::vector<std::string> answers;
+  for (const auto& question : questions) {
+    const TOOL_RUN run = ASK(JOB, question);
+    ASSERT_EQ(run.STATUS, 0) << run.ERR;
+    answers.push_back(run.OUT);
+  }
   for (const std::string format : {"V841", "V831", "V821", "V815", "V811"}) {
     SCOPED_TRACE(format);
     const std::string stem = dir.FILE("riser-" + format);
@@ -179,6 +198,7 @@ TEST_F(ToolOnASmallJob, EveryFormatOfTheSampleJobShowsTheSameRiser) {
     EXPECT_EQ(without_files(older.OUT), without_files(info.OUT));
     EXPECT_EQ(RUN_TOOL({"nodes", stem, "--csv"}).OUT, nodes.OUT);
     EXPECT_EQ(RUN_TOOL({"elements", stem, "--csv"}).OUT, elements.OUT);
+    for (std::size_t q = 0; q < questions.size(); ++q) EXPECT_EQ(ASK(stem, questions[q]).OUT, answers[q]) << q;
   }
 }
 
