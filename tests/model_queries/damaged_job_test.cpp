@@ -1,6 +1,6 @@
-// Jobs damaged word by word and cut short: every query answers one of its
-// codes, whether the job opened or not, and no routine reads outside a table
-// (a table throws there; the sanitizer builds run this too).
+// Jobs damaged word by word and cut short: every query and request answers
+// one of its codes, whether the job opened or not, and no routine reads
+// outside a table (a table throws there; the sanitizer builds run this too).
 #include <algorithm>
 
 #include "builder/file_image.h"
@@ -78,6 +78,20 @@ TEST_P(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
       const int32_t curve = GetProcessedDirectStressStrainData(&mc, &fc, &number, &capacity, reals.data());
       EXPECT_TRUE(curve == -number || curve >= 0) << curve;
       EXPECT_NO_THROW(ASK_ROUTINES(DB(), number));
+    }
+    // Every output type asked of the damaged job, as a single value of the
+    // steps around the job's and as a history, ends in a status.
+    for (int32_t type = 1; type <= 18; ++type) {
+      for (int32_t step = 0; step <= 2; ++step) {
+        int32_t subtype = 1 + step, node = 1, element = type >= 17 ? 1 : 0, location = 2, steps = 2;
+        float single = 0.0F;
+        std::array<float, 2> history{};
+        const int32_t a = GetRequestedSingleValue(&mc, &fc, &type, &subtype, &node, &element, &location, &steps,
+                                                  &step, &single, nullptr, 0);
+        const int32_t b = GetRequestedHistory(&mc, &fc, &type, &subtype, &node, &element, &location, &steps, &steps,
+                                              history.data(), nullptr, 0);
+        EXPECT_GE(std::min(a, b), 0) << "round " << round << ", type " << type;
+      }
     }
   }
   EXPECT_GT(opened, 30) << "enough damaged jobs open to be asked";
