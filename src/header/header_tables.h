@@ -92,6 +92,12 @@ struct HEADER_TABLES {
   TABLE<int32_t> PANEL_VALUES;
   TABLE<int32_t> ZERO_GAP_GUIDE_IDS;      // word 1 of a zero gap guide
   TABLE<float> ZERO_GAP_GUIDE_VALUES;     // word 2
+  // Where the guides stood at an output step, as the motion frame of that
+  // step gives them; the V841 reader's UPDATE_GUIDE_COORDS_AXES fills them.
+  TABLE<float, 3> AXES_TABLE;     // (NUM_GUIDE_SURFACES, 2, 3): two axes a guide surface
+  TABLE<float, 2> ORIGIN_TABLE;   // (NUM_GUIDE_SURFACES, 3)
+  TABLE<float, 2> ZGG_DIRECTION;  // (NUM_ZERO_GAP_GUIDES, 3): the first axis of a zero gap guide
+  TABLE<float, 2> ZGG_ORIGIN;     // (NUM_ZERO_GAP_GUIDES, 3)
   std::array<int32_t, 5> INSTALLATION_SETTINGS{};  // the first record of block 37
   TABLE<int32_t> INSTALLATION_CRITERIA_IDS;
   TABLE<float> INSTALLATION_CRITERIA_VALUE_1;
