@@ -105,66 +105,58 @@ inline constexpr FORMAT_LAYOUT V861_LAYOUT{.NAME = "V861",
                                            .BINARY_ITEMS = true,
                                            .NODE_CONTACT_WORDS = 8,
                                            .LATE_FORCE_SECTIONS = true};
-inline constexpr FORMAT_LAYOUT V841_LAYOUT{.NAME = "V841",
-                                           .DATABASE_VERSION = 11,
-                                           .RUN_CONTROL_RECORDS = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, -1, 12, 13},
-                                           .TITLE_RECORD = 14,
-                                           .ELEMENT_DATA_RECORD = 17,
-                                           .LAST_MODEL_BLOCK = 45,
-                                           .END = HEADER_END::ELEMENT_PACKED_ITEMS,
-                                           .BLOCK_14 = BLOCK_14_FORM::ANGLE,
-                                           .GUIDE_SURFACE_HEAD_RECORDS = 3,
-                                           .SPECTRUM = SPECTRUM_RECORDS_RULE::PAIRS,
-                                           .BINARY_ITEMS = true,
-                                           .NODE_CONTACT_WORDS = 8};
-inline constexpr FORMAT_LAYOUT V831_LAYOUT{.NAME = "V831",
-                                           .DATABASE_VERSION = 10,
-                                           .RUN_CONTROL_RECORDS = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, -1, 12, 13},
-                                           .TITLE_RECORD = 14,
-                                           .ELEMENT_DATA_RECORD = 17,
-                                           .LAST_MODEL_BLOCK = 45,
-                                           .END = HEADER_END::ELEMENT_PACKED_ITEMS,
-                                           .BLOCK_14 = BLOCK_14_FORM::INTEGERS,
-                                           .GUIDE_SURFACE_HEAD_RECORDS = 3,
-                                           .SPECTRUM = SPECTRUM_RECORDS_RULE::PAIRS,
-                                           .BINARY_ITEMS = false,
-                                           .NODE_CONTACT_WORDS = 7};
-inline constexpr FORMAT_LAYOUT V821_LAYOUT{.NAME = "V821",
-                                           .DATABASE_VERSION = 7,
-                                           .RUN_CONTROL_RECORDS = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, -1, 12, 13},
-                                           .TITLE_RECORD = 14,
-                                           .ELEMENT_DATA_RECORD = 17,
-                                           .LAST_MODEL_BLOCK = 45,
-                                           .END = HEADER_END::ELEMENT_PACKED_ITEMS,
-                                           .BLOCK_14 = BLOCK_14_FORM::INTEGERS,
-                                           .GUIDE_SURFACE_HEAD_RECORDS = 2,
-                                           .SPECTRUM = SPECTRUM_RECORDS_RULE::PAIRS,
-                                           .BINARY_ITEMS = false,
-                                           .NODE_CONTACT_WORDS = 7};
-inline constexpr FORMAT_LAYOUT V815_LAYOUT{.NAME = "V815",
-                                           .DATABASE_VERSION = 4,
-                                           .RUN_CONTROL_RECORDS = {-1, 1, 2, 3, 4, 5, 6, 7, 8, 9, -1, 10, 11},
-                                           .TITLE_RECORD = 12,
-                                           .ELEMENT_DATA_RECORD = 15,
-                                           .LAST_MODEL_BLOCK = 43,
-                                           .END = HEADER_END::NOTHING,
-                                           .BLOCK_14 = BLOCK_14_FORM::INTEGERS,
-                                           .GUIDE_SURFACE_HEAD_RECORDS = 2,
-                                           .SPECTRUM = SPECTRUM_RECORDS_RULE::WORDS,
-                                           .BINARY_ITEMS = false,
-                                           .NODE_CONTACT_WORDS = 7};
-inline constexpr FORMAT_LAYOUT V811_LAYOUT{.NAME = "V811",
-                                           .DATABASE_VERSION = 3,
-                                           .RUN_CONTROL_RECORDS = {-1, 1, 2, 3, 4, 5, 6, 7, 8, 9, -1, -1, 10},
-                                           .TITLE_RECORD = 11,
-                                           .ELEMENT_DATA_RECORD = 14,
-                                           .LAST_MODEL_BLOCK = 43,
-                                           .END = HEADER_END::NOTHING,
-                                           .BLOCK_14 = BLOCK_14_FORM::INTEGERS,
-                                           .GUIDE_SURFACE_HEAD_RECORDS = 2,
-                                           .SPECTRUM = SPECTRUM_RECORDS_RULE::WORDS_AND_ONE,
-                                           .BINARY_ITEMS = false,
-                                           .NODE_CONTACT_WORDS = 7};
+// Each older layout as the one after it, with what it changes.
+inline constexpr FORMAT_LAYOUT V841_LAYOUT = [] {
+  FORMAT_LAYOUT l = V861_LAYOUT;
+  l.NAME = "V841";
+  l.DATABASE_VERSION = 11;
+  l.BLOCK_DIRECTORY = false;
+  l.RUN_CONTROL_RECORDS = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, -1, 12, 13};
+  l.TITLE_RECORD = 14;
+  l.ELEMENT_DATA_RECORD = 17;
+  l.END = HEADER_END::ELEMENT_PACKED_ITEMS;
+  l.BLOCK_14 = BLOCK_14_FORM::ANGLE;
+  l.LATE_FORCE_SECTIONS = false;
+  return l;
+}();
+inline constexpr FORMAT_LAYOUT V831_LAYOUT = [] {
+  FORMAT_LAYOUT l = V841_LAYOUT;
+  l.NAME = "V831";
+  l.DATABASE_VERSION = 10;
+  l.BLOCK_14 = BLOCK_14_FORM::INTEGERS;
+  l.BINARY_ITEMS = false;
+  l.NODE_CONTACT_WORDS = 7;
+  return l;
+}();
+inline constexpr FORMAT_LAYOUT V821_LAYOUT = [] {
+  FORMAT_LAYOUT l = V831_LAYOUT;
+  l.NAME = "V821";
+  l.DATABASE_VERSION = 7;
+  l.GUIDE_SURFACE_HEAD_RECORDS = 2;
+  return l;
+}();
+inline constexpr FORMAT_LAYOUT V815_LAYOUT = [] {
+  FORMAT_LAYOUT l = V821_LAYOUT;
+  l.NAME = "V815";
+  l.DATABASE_VERSION = 4;
+  l.RUN_CONTROL_RECORDS = {-1, 1, 2, 3, 4, 5, 6, 7, 8, 9, -1, 10, 11};
+  l.TITLE_RECORD = 12;
+  l.ELEMENT_DATA_RECORD = 15;
+  l.LAST_MODEL_BLOCK = 43;
+  l.END = HEADER_END::NOTHING;
+  l.SPECTRUM = SPECTRUM_RECORDS_RULE::WORDS;
+  return l;
+}();
+inline constexpr FORMAT_LAYOUT V811_LAYOUT = [] {
+  FORMAT_LAYOUT l = V815_LAYOUT;
+  l.NAME = "V811";
+  l.DATABASE_VERSION = 3;
+  l.RUN_CONTROL_RECORDS = {-1, 1, 2, 3, 4, 5, 6, 7, 8, 9, -1, -1, 10};
+  l.TITLE_RECORD = 11;
+  l.ELEMENT_DATA_RECORD = 14;
+  l.SPECTRUM = SPECTRUM_RECORDS_RULE::WORDS_AND_ONE;
+  return l;
+}();
 
 // The builder's layout of a format, found by the format's name and code.
 // Throws std::invalid_argument for a format that the builder does not know.
