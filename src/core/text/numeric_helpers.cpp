@@ -43,15 +43,4 @@ float GET_ALPHA(float x) {
   return std::exp(-2.77419F - std::log(t));
 }
 
-float NORMALISE(std::span<float, 3> vector) {
-  const float length =
-      std::sqrt(vector[0] * vector[0] + vector[1] * vector[1] + vector[2] * vector[2]);
-  if (length <= 1e-20F) {
-    vector[0] = vector[1] = vector[2] = 0.0F;
-    return 0.0F;
-  }
-  for (float& component : vector) component /= length;
-  return length;
-}
-
 }  // namespace tmrdar

@@ -22,8 +22,4 @@ void CSHIFT_VECTOR(int32_t n, int32_t& shift, std::span<double> vector, int32_t&
 // all in 32-bit reals.
 float GET_ALPHA(float x);
 
-// Scales the vector to unit length and returns its length. A vector of length
-// 1e-20 or less becomes the zero vector, with a length of 0.
-float NORMALISE(std::span<float, 3> vector);
-
 }  // namespace tmrdar

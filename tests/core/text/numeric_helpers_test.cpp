@@ -46,17 +46,5 @@ TEST(GetAlpha, KnownValues) {
   EXPECT_NEAR(GET_ALPHA(10.0F), 0.113361F, 2e-6F);
 }
 
-TEST(Normalise, UnitVectorOrZero) {
-  std::array<float, 3> v{3.0F, -4.0F, 0.0F};
-  EXPECT_EQ(NORMALISE(v), 5.0F);
-  EXPECT_EQ(v, (std::array<float, 3>{0.6F, -0.8F, 0.0F}));
-  v = {1e-21F, 0.0F, 0.0F};
-  EXPECT_EQ(NORMALISE(v), 0.0F);
-  EXPECT_EQ(v, (std::array<float, 3>{}));
-  v = {1e-19F, 0.0F, 0.0F};
-  EXPECT_FLOAT_EQ(NORMALISE(v), 1e-19F);
-  EXPECT_FLOAT_EQ(v[0], 1.0F);
-}
-
 }  // namespace
 }  // namespace tmrdar
