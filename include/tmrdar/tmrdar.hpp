@@ -29,9 +29,11 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -328,6 +330,73 @@ struct ELEMENT_LIST {
   std::vector<ELEMENT_PROPERTIES> ELEMENTS;  // in row order
   int32_t UNLISTED_ROWS = 0;
 };
+
+// The statistics of a history over steps FIRST_STEP to LAST_STEP: its
+// extremes as stored, with the step of each (the first step when the
+// extreme repeats), and its mean and standard deviation (of the whole
+// population, dividing by the number of steps), summed in double precision.
+struct HISTORY_STATISTICS {
+  int32_t FIRST_STEP = 0;
+  int32_t LAST_STEP = 0;
+  float MINIMUM = 0.0F;
+  int32_t MINIMUM_STEP = 0;
+  float MAXIMUM = 0.0F;
+  int32_t MAXIMUM_STEP = 0;
+  double MEAN = 0.0;
+  double STANDARD_DEVIATION = 0.0;
+};
+
+// A place along the riser that a result belongs to: a node (ELEMENT 0), or a
+// position of an element (NODE 0), with its distance along the riser.
+struct RISER_POINT {
+  int32_t NODE = 0;
+  int32_t ELEMENT = 0;
+  int32_t POSITION = 0;
+  float DISTANCE = 0.0F;
+};
+
+// One result at one step at a point along the riser.
+struct SNAPSHOT_POINT {
+  RISER_POINT POINT;
+  float VALUE = 0.0F;
+};
+
+// The statistics of one result's history at a point along the riser.
+struct RANGE_POINT {
+  RISER_POINT POINT;
+  HISTORY_STATISTICS STATISTICS;
+};
+
+// The statistics of `count` values, the first of which is that of step
+// `first_step`. A count of 0 gives the statistics of nothing: all zero.
+inline HISTORY_STATISTICS STATISTICS_OF(const float* values, std::size_t count, int32_t first_step = 1) {
+  HISTORY_STATISTICS stats;
+  stats.FIRST_STEP = first_step;
+  stats.LAST_STEP = first_step + static_cast<int32_t>(count) - 1;
+  if (count == 0) return stats;
+  std::size_t lowest = 0;
+  std::size_t highest = 0;
+  double sum = 0.0;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (values[i] < values[lowest]) lowest = i;
+    if (values[i] > values[highest]) highest = i;
+    sum += static_cast<double>(values[i]);
+  }
+  const double mean = sum / static_cast<double>(count);
+  // A second pass about the mean keeps the deviation free of cancellation.
+  double squares = 0.0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const double deviation = static_cast<double>(values[i]) - mean;
+    squares += deviation * deviation;
+  }
+  stats.MINIMUM = values[lowest];
+  stats.MINIMUM_STEP = first_step + static_cast<int32_t>(lowest);
+  stats.MAXIMUM = values[highest];
+  stats.MAXIMUM_STEP = first_step + static_cast<int32_t>(highest);
+  stats.MEAN = mean;
+  stats.STANDARD_DEVIATION = std::sqrt(squares / static_cast<double>(count));
+  return stats;
+}
 
 namespace detail {
 
@@ -708,6 +777,108 @@ class JOB {
     return HISTORY(time);
   }
 
+  // The result at steps `first` to `last`, 1 <= first <= last <=
+  // NUM_TIME_STEPS. The library reads a history from step 1, so steps 1 to
+  // `last` are read and those before `first` dropped.
+  std::vector<float> HISTORY_STEPS(const REQUEST& request, int32_t first, int32_t last,
+                                   REQUEST* resolved = nullptr) const {
+    CHECK_STEPS(first, last);
+    std::vector<float> values = HISTORY(request, last, resolved);
+    values.erase(values.begin(), values.begin() + (first - 1));
+    return values;
+  }
+
+  // The statistics of one result over steps `first` to `last`.
+  HISTORY_STATISTICS STATISTICS(const REQUEST& request, int32_t first, int32_t last,
+                                REQUEST* resolved = nullptr) const {
+    CHECK_STEPS(first, last);
+    const std::vector<float> values = HISTORY(request, last, resolved);
+    return STATISTICS_OF(values.data() + (first - 1), static_cast<std::size_t>(last - first + 1), first);
+  }
+  // The statistics of one result over the whole run.
+  HISTORY_STATISTICS STATISTICS(const REQUEST& request) const {
+    return STATISTICS(request, 1, dims_.NUM_TIME_STEPS);
+  }
+
+  // The places along the riser that results of `output_type` belong to, in
+  // the elements' row order: for a result of an element, its start, middle
+  // and end; for a result of a node, each node that an element's end names,
+  // the first time it is named. Throws FAILURE for an output type of neither.
+  std::vector<RISER_POINT> RISER_POINTS(int32_t output_type) const {
+    CHECK_OPEN();
+    const OUTPUT_TYPE_INFO* info = DESCRIBE_OUTPUT_TYPE(output_type);
+    if (info == nullptr || (info->ITEM_KIND != ITEM::NODE && info->ITEM_KIND != ITEM::ELEMENT)) {
+      throw FAILURE(detail::TYPE_NAME(output_type) +
+                        " has no place along the riser: only results of a node or an element have one",
+                    0);
+    }
+    std::vector<RISER_POINT> points;
+    std::map<int32_t, bool> named;
+    for (const ELEMENT_PROPERTIES& element : LIST_ELEMENTS(KIND::STRUCTURE).ELEMENTS) {
+      if (info->ITEM_KIND == ITEM::ELEMENT) {
+        for (const int32_t position : {POSITION::START, POSITION::MIDDLE, POSITION::END}) {
+          points.push_back({0, element.NUMBER, position, DISTANCE(element.NUMBER, position)});
+        }
+        continue;
+      }
+      for (std::size_t end = 0; end < 2; ++end) {
+        const int32_t node = element.NODES[end];
+        // A node numbered 0 cannot be asked for by number.
+        if (node < 1 || !named.emplace(node, true).second) continue;
+        points.push_back({node, 0, 0, DISTANCE(element.NUMBER, end == 0 ? POSITION::START : POSITION::END)});
+      }
+    }
+    return points;
+  }
+
+  // Told after each point of a snapshot or range graph: points done, of all.
+  using PROGRESS = std::function<void(std::size_t done, std::size_t total)>;
+
+  // The result that `request`'s output type and subtype name, at step
+  // `step`, at each of `points` (its item is not looked at).
+  std::vector<SNAPSHOT_POINT> SNAPSHOT(const REQUEST& request, int32_t step, const std::vector<RISER_POINT>& points,
+                                       const PROGRESS& progress = {}) const {
+    std::vector<SNAPSHOT_POINT> snapshot(points.size());
+    REQUEST asked = request;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      AT_POINT(asked, points[i]);
+      snapshot[i].POINT = points[i];
+      snapshot[i].VALUE = VALUE(asked, step);
+      if (progress) progress(i + 1, points.size());
+    }
+    return snapshot;
+  }
+  // The same at every place along the riser (see RISER_POINTS).
+  std::vector<SNAPSHOT_POINT> SNAPSHOT(const REQUEST& request, int32_t step, const PROGRESS& progress = {}) const {
+    return SNAPSHOT(request, step, RISER_POINTS(request.OUTPUT_TYPE), progress);
+  }
+
+  // The range graph of the result that `request`'s output type and subtype
+  // name, over steps `first` to `last`, at each of `points`: one history read
+  // a point, into one buffer.
+  std::vector<RANGE_POINT> RANGE_GRAPH(const REQUEST& request, int32_t first, int32_t last,
+                                       const std::vector<RISER_POINT>& points, const PROGRESS& progress = {}) const {
+    CHECK_STEPS(first, last);
+    std::vector<float> buffer(static_cast<std::size_t>(last));
+    std::vector<RANGE_POINT> graph(points.size());
+    REQUEST asked = request;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      AT_POINT(asked, points[i]);
+      HISTORY(asked, buffer.data(), buffer.size());
+      graph[i].POINT = points[i];
+      graph[i].STATISTICS =
+          STATISTICS_OF(buffer.data() + (first - 1), static_cast<std::size_t>(last - first + 1), first);
+      if (progress) progress(i + 1, points.size());
+    }
+    return graph;
+  }
+  // The same at every place along the riser (see RISER_POINTS).
+  std::vector<RANGE_POINT> RANGE_GRAPH(const REQUEST& request, int32_t first, int32_t last,
+                                       const PROGRESS& progress = {}) const {
+    CHECK_STEPS(first, last);
+    return RANGE_GRAPH(request, first, last, RISER_POINTS(request.OUTPUT_TYPE), progress);
+  }
+
   // The nodes of one kind in row order, found by asking for their numbers:
   // first the numbers that the elements' ends name (structure nodes), then
   // 0, 1, 2 ... up to `max_number`, until every row is found. A row whose
@@ -775,6 +946,33 @@ class JOB {
   void CHECK_OPEN() const {
     if (!owner_)
       throw FAILURE(path_.empty() ? std::string("the job is not open") : "the job " + path_ + " is not open", 0);
+  }
+
+  // Steps `first` to `last` must be steps of the job, in order, that its
+  // files have room for.
+  void CHECK_STEPS(int32_t first, int32_t last) const {
+    CHECK_OPEN();
+    if (dims_.NUM_TIME_STEPS < 1) throw FAILURE("the job has no time steps", REQUEST_STEP_BAD);
+    if (first < 1 || first > dims_.NUM_TIME_STEPS) throw FAILURE(BAD_STEP(first), REQUEST_STEP_BAD);
+    if (last < 1 || last > dims_.NUM_TIME_STEPS) throw FAILURE(BAD_STEP(last), REQUEST_STEP_BAD);
+    if (first > last) {
+      throw FAILURE("the first step " + std::to_string(first) + " comes after the last step " + std::to_string(last),
+                    REQUEST_STEP_BAD);
+    }
+    if (frames_room_ >= 0 && last > frames_room_) {
+      throw FAILURE("step " + std::to_string(last) + " cannot be read: the job's files have room for no more than " +
+                        std::to_string(frames_room_) + " frames, though its header counts " +
+                        std::to_string(dims_.NUM_TIME_STEPS) + " steps",
+                    REQUEST_STEP_BAD);
+    }
+  }
+
+  // The request of the same output type and subtype at `point`.
+  static void AT_POINT(REQUEST& request, const RISER_POINT& point) {
+    request.LABEL.clear();
+    request.NODE = point.NODE;
+    request.ELEMENT = point.ELEMENT;
+    request.POSITION = point.ELEMENT > 0 ? point.POSITION : POSITION::START;
   }
 
   static std::string NO_FORMAT() { return "the version codes select no database format"; }

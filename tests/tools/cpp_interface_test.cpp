@@ -2,6 +2,8 @@
 // model queries and requests it answers, and the words of every failure.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <string>
 #include <tuple>
@@ -272,6 +274,120 @@ TEST_F(CppInterface, AMagnitudeOfNotANumberIsAValueThatCannotBeComputed) {
   EXPECT_EQ(FAILURE_OF([&] { open.VALUE(magnitude, 1); }),
             std::make_pair(16384, std::string("the value could not be read or computed from the database")));
   EXPECT_NO_THROW(open.VALUE(magnitude, 2));
+}
+
+TEST(HistoryStatistics, WorkedByHand) {
+  // Extremes at their first step, the population's deviation: the squares
+  // about the mean 1.6 sum to 25.2 over five steps.
+  const std::vector<float> values{2.0F, -1.0F, 4.0F, -1.0F, 4.0F};
+  const tmrdar::HISTORY_STATISTICS stats = tmrdar::STATISTICS_OF(values.data(), values.size(), 10);
+  EXPECT_EQ(std::make_pair(stats.FIRST_STEP, stats.LAST_STEP), std::make_pair(10, 14));
+  EXPECT_EQ(std::make_pair(stats.MINIMUM, stats.MINIMUM_STEP), std::make_pair(-1.0F, 11));
+  EXPECT_EQ(std::make_pair(stats.MAXIMUM, stats.MAXIMUM_STEP), std::make_pair(4.0F, 12));
+  EXPECT_DOUBLE_EQ(stats.MEAN, 1.6);
+  EXPECT_DOUBLE_EQ(stats.STANDARD_DEVIATION, std::sqrt(5.04));
+
+  // Summed in single precision, 2^24 + 1 + 1 would stay 2^24.
+  const std::vector<float> wide{16777216.0F, 1.0F, 1.0F};
+  const tmrdar::HISTORY_STATISTICS sum = tmrdar::STATISTICS_OF(wide.data(), wide.size());
+  EXPECT_EQ(sum.MEAN, 16777218.0 / 3.0);
+  EXPECT_EQ(std::make_pair(sum.MINIMUM_STEP, sum.MAXIMUM_STEP), std::make_pair(2, 1));
+
+  const std::vector<float> one{-3.5F};
+  const tmrdar::HISTORY_STATISTICS single = tmrdar::STATISTICS_OF(one.data(), 1, 7);
+  EXPECT_EQ(std::make_tuple(single.MINIMUM, single.MAXIMUM, single.MEAN, single.STANDARD_DEVIATION),
+            std::make_tuple(-3.5F, -3.5F, -3.5, 0.0));
+  EXPECT_EQ(std::make_pair(single.MINIMUM_STEP, single.MAXIMUM_STEP), std::make_pair(7, 7));
+}
+
+TEST_F(CppInterface, HistoriesAndStatisticsOverARangeOfSteps) {
+  const tmrdar::JOB job = OPEN_SMALL();
+  const REQUEST displacement = ASK(TYPE::DISPLACEMENT, tmrdar::NODAL::COMPONENT_3, 20);
+  const std::vector<float> history = job.HISTORY(displacement);
+  EXPECT_EQ(job.HISTORY_STEPS(displacement, 2, 3), (std::vector<float>{history[1], history[2]}));
+  EXPECT_EQ(job.HISTORY_STEPS(displacement, 3, 3), (std::vector<float>{history[2]}));
+
+  const tmrdar::HISTORY_STATISTICS whole = job.STATISTICS(displacement);
+  const auto low = std::min_element(history.begin(), history.end());
+  const auto high = std::max_element(history.begin(), history.end());
+  EXPECT_EQ(std::make_pair(whole.MINIMUM, whole.MINIMUM_STEP),
+            std::make_pair(*low, static_cast<int32_t>(low - history.begin()) + 1));
+  EXPECT_EQ(std::make_pair(whole.MAXIMUM, whole.MAXIMUM_STEP),
+            std::make_pair(*high, static_cast<int32_t>(high - history.begin()) + 1));
+  EXPECT_EQ(whole.MINIMUM, job.VALUE(displacement, whole.MINIMUM_STEP));
+  EXPECT_DOUBLE_EQ(whole.MEAN, (static_cast<double>(history[0]) + history[1] + history[2]) / 3.0);
+  const tmrdar::HISTORY_STATISTICS last = job.STATISTICS(displacement, 3, 3);
+  EXPECT_EQ(std::make_tuple(last.MINIMUM, last.MAXIMUM, last.MINIMUM_STEP), std::make_tuple(history[2], history[2], 3));
+
+  const std::vector<std::pair<std::pair<int32_t, int32_t>, std::string>> refused{
+      {{0, 2}, "step 0 is not one of the job's steps, 1 to 3"},
+      {{1, 4}, "step 4 is not one of the job's steps, 1 to 3"},
+      {{3, 2}, "the first step 3 comes after the last step 2"},
+  };
+  for (const auto& [steps, reason] : refused) {
+    const auto [first, last_step] = steps;
+    EXPECT_EQ(FAILURE_OF([&] { job.HISTORY_STEPS(displacement, first, last_step); }), std::make_pair(256, reason));
+    EXPECT_EQ(FAILURE_OF([&] { job.STATISTICS(displacement, first, last_step); }), std::make_pair(256, reason));
+    EXPECT_EQ(FAILURE_OF([&] { job.RANGE_GRAPH(displacement, first, last_step); }), std::make_pair(256, reason));
+  }
+}
+
+TEST_F(CppInterface, SnapshotsAndRangeGraphsAlongTheRiser) {
+  const tmrdar::JOB job = OPEN_SMALL();
+  // Element 7 (2.5 long) then element 5 (1.5 long), end to end.
+  const std::vector<tmrdar::RISER_POINT> positions = job.RISER_POINTS(TYPE::ELEMENT_FORCE);
+  ASSERT_EQ(positions.size(), 6U);
+  const std::vector<std::tuple<int32_t, int32_t, float>> expected{{7, 1, 0.0F}, {7, 2, 1.25F}, {7, 3, 2.5F},
+                                                                  {5, 1, 2.5F}, {5, 2, 3.25F}, {5, 3, 4.0F}};
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    EXPECT_EQ(std::make_tuple(positions[i].ELEMENT, positions[i].POSITION, positions[i].DISTANCE), expected[i]) << i;
+    EXPECT_EQ(positions[i].NODE, 0);
+  }
+  // Node 4000 is on no element.
+  const std::vector<tmrdar::RISER_POINT> nodes = job.RISER_POINTS(TYPE::DISPLACEMENT);
+  ASSERT_EQ(nodes.size(), 3U);
+  EXPECT_EQ(std::make_tuple(nodes[0].NODE, nodes[1].NODE, nodes[2].NODE), std::make_tuple(10, 30, 20));
+  EXPECT_EQ(std::make_tuple(nodes[0].DISTANCE, nodes[1].DISTANCE, nodes[2].DISTANCE),
+            std::make_tuple(0.0F, 2.5F, 4.0F));
+  EXPECT_EQ(FAILURE_OF([&] { job.RISER_POINTS(TYPE::TIME); }),
+            std::make_pair(0, std::string("output type 1 (time) has no place along the riser: only results of a "
+                                          "node or an element have one")));
+
+  // Each value is that of the single request at the point; whatever the
+  // request named is not looked at.
+  const REQUEST tension = ASK(TYPE::ELEMENT_FORCE, tmrdar::ELEMENT_FORCE::SECTION_1, 0, 0, 1, "Top");
+  const std::vector<tmrdar::SNAPSHOT_POINT> snapshot = job.SNAPSHOT(tension, 3);
+  ASSERT_EQ(snapshot.size(), 6U);
+  for (const tmrdar::SNAPSHOT_POINT& point : snapshot) {
+    EXPECT_EQ(point.VALUE, job.VALUE(ASK(TYPE::ELEMENT_FORCE, 1, 0, point.POINT.ELEMENT, point.POINT.POSITION), 3));
+  }
+  EXPECT_EQ(snapshot[5].VALUE, -7.5F);
+  const std::vector<tmrdar::SNAPSHOT_POINT> heave = job.SNAPSHOT(ASK(TYPE::DISPLACEMENT, 3), 2, {nodes[2]});
+  ASSERT_EQ(heave.size(), 1U);
+  EXPECT_EQ(std::make_pair(heave[0].POINT.NODE, heave[0].VALUE), std::make_pair(20, 1.25F));
+
+  // The range graph's statistics are those of each point's history.
+  std::vector<std::size_t> told;
+  const std::vector<tmrdar::RANGE_POINT> graph =
+      job.RANGE_GRAPH(tension, 2, 3, [&](std::size_t done, std::size_t total) {
+        EXPECT_EQ(total, 6U);
+        told.push_back(done);
+      });
+  EXPECT_EQ(told, (std::vector<std::size_t>{1, 2, 3, 4, 5, 6}));
+  ASSERT_EQ(graph.size(), 6U);
+  for (const tmrdar::RANGE_POINT& point : graph) {
+    const REQUEST at = ASK(TYPE::ELEMENT_FORCE, 1, 0, point.POINT.ELEMENT, point.POINT.POSITION);
+    const std::vector<float> values = job.HISTORY_STEPS(at, 2, 3);
+    const tmrdar::HISTORY_STATISTICS stats = tmrdar::STATISTICS_OF(values.data(), values.size(), 2);
+    EXPECT_EQ(std::make_tuple(point.STATISTICS.MINIMUM, point.STATISTICS.MINIMUM_STEP, point.STATISTICS.MAXIMUM,
+                              point.STATISTICS.MAXIMUM_STEP, point.STATISTICS.MEAN),
+              std::make_tuple(stats.MINIMUM, stats.MINIMUM_STEP, stats.MAXIMUM, stats.MAXIMUM_STEP, stats.MEAN));
+  }
+  const tmrdar::HISTORY_STATISTICS end = graph[5].STATISTICS;
+  const float before = job.VALUE(ASK(TYPE::ELEMENT_FORCE, 1, 0, 5, POSITION::END), 2);
+  EXPECT_EQ(std::make_tuple(end.MINIMUM, end.MAXIMUM, end.FIRST_STEP, end.LAST_STEP),
+            std::make_tuple(std::min(before, -7.5F), std::max(before, -7.5F), 2, 3));
+  EXPECT_DOUBLE_EQ(end.MEAN, (static_cast<double>(before) - 7.5) / 2.0);
 }
 
 }  // namespace
