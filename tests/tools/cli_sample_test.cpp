@@ -238,6 +238,102 @@ TEST_F(ToolOnTheSample, HistoriesAreTheLibrarysValuesUnchanged) {
   for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(REAL(three[i][2]), pull.VALUES[i]);
 }
 
+// An element-force request at a point along the riser.
+tmrdar::REQUEST TENSION_AT(int32_t element, int32_t position) {
+  tmrdar::REQUEST request;
+  request.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::ELEMENT_FORCE;
+  request.SUBTYPE = tmrdar::ELEMENT_FORCE::SECTION_1;
+  request.ELEMENT = element;
+  request.POSITION = position;
+  return request;
+}
+
+TEST_F(ToolOnTheSample, SnapshotIsTheRiserAtOneStepValueByValue) {
+  for (const bool csv : {false, true}) {
+    std::vector<std::string> arguments{"snapshot", JOB, "element-force", "1", "--step", "400"};
+    if (csv) arguments.push_back("--csv");
+    const auto rows = ROWS(RUN_TOOL(arguments), {"element", "position", "distance", "value"}, csv);
+    ASSERT_EQ(rows.size(), 900U);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const int32_t element = WHOLE(rows[i][0]);
+      const int32_t position = WHOLE(rows[i][1]);
+      EXPECT_EQ(element, static_cast<int32_t>(i / 3) + 1);
+      EXPECT_EQ(position, static_cast<int32_t>(i % 3) + 1);
+      EXPECT_EQ(REAL(rows[i][2]), job.DISTANCE(element, position)) << i;
+      EXPECT_EQ(REAL(rows[i][3]), job.VALUE(TENSION_AT(element, position), 400)) << i;
+    }
+  }
+  // Results of a node: each node once, from the hang-off to the seabed.
+  const auto nodes = ROWS(RUN_TOOL({"snapshot", JOB, "displacement", "2", "--step", "7", "--csv"}),
+                          {"node", "distance", "value"}, true);
+  ASSERT_EQ(nodes.size(), 301U);
+  tmrdar::REQUEST sway;
+  sway.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::DISPLACEMENT;
+  sway.SUBTYPE = 2;
+  for (const std::size_t i : {0, 1, 150, 299, 300}) {
+    sway.NODE = WHOLE(nodes[i][0]);
+    EXPECT_EQ(sway.NODE, static_cast<int32_t>(i) + 1);
+    EXPECT_EQ(REAL(nodes[i][2]), job.VALUE(sway, 7)) << i;
+  }
+  EXPECT_EQ(REAL(nodes[300][1]), job.DISTANCE(300, tmrdar::POSITION::END));
+}
+
+TEST_F(ToolOnTheSample, RangeGraphOfTheEffectiveTensionAlongTheRiser) {
+  const std::vector<std::string> columns{"element",      "position", "distance", "minimum", "minimum-step",
+                                         "maximum",      "maximum-step", "mean", "standard-deviation"};
+  for (const auto& [first, last] : std::vector<std::pair<int32_t, int32_t>>{{1, 1000}, {500, 620}}) {
+    std::vector<std::string> arguments{"range", JOB, "element-force", "1", "--csv"};
+    if (first != 1) arguments.insert(arguments.end(), {"--from", std::to_string(first), "--to", std::to_string(last)});
+    const auto rows = ROWS(RUN_TOOL(arguments), columns, true);
+    ASSERT_EQ(rows.size(), 900U);
+    for (std::size_t i = 0; i < rows.size(); i += 7) {
+      const int32_t element = WHOLE(rows[i][0]);
+      const int32_t position = WHOLE(rows[i][1]);
+      const tmrdar::REQUEST at = TENSION_AT(element, position);
+      EXPECT_EQ(REAL(rows[i][2]), job.DISTANCE(element, position));
+      // The extremes are the single values at their steps, and no step of
+      // the range goes beyond them.
+      const int32_t low = WHOLE(rows[i][4]);
+      const int32_t high = WHOLE(rows[i][6]);
+      ASSERT_TRUE(low >= first && low <= last && high >= first && high <= last) << low << " " << high;
+      EXPECT_EQ(REAL(rows[i][3]), job.VALUE(at, low)) << i;
+      EXPECT_EQ(REAL(rows[i][5]), job.VALUE(at, high)) << i;
+      const std::vector<float> history = job.HISTORY(at);
+      double sum = 0.0;
+      for (int32_t step = first; step <= last; ++step) {
+        const float value = history[static_cast<std::size_t>(step - 1)];
+        EXPECT_GE(value, REAL(rows[i][3]));
+        EXPECT_LE(value, REAL(rows[i][5]));
+        sum += value;
+      }
+      EXPECT_NEAR(std::strtod(rows[i][7].c_str(), nullptr), sum / (last - first + 1), 1e-9 * std::abs(sum)) << i;
+      EXPECT_GT(std::strtod(rows[i][8].c_str(), nullptr), 0.0) << "a regular wave moves every point";
+    }
+  }
+  // The tension is highest at the hang-off, where the wave's tension adds most.
+  const auto text = ROWS(RUN_TOOL({"range", JOB, "element-force", "1"}), columns, false);
+  ASSERT_EQ(text.size(), 900U);
+  EXPECT_GT(REAL(text.front()[5]), REAL(text.back()[5]));
+}
+
+TEST_F(ToolOnTheSample, StatsOfOneHistory) {
+  const tmrdar::REQUEST top = TENSION_AT(1, tmrdar::POSITION::START);
+  const std::vector<std::string> columns{"first-step",   "last-step", "minimum", "minimum-step",
+                                         "maximum",      "maximum-step", "mean", "standard-deviation"};
+  const auto rows = ROWS(RUN_TOOL({"stats", JOB, "element-force", "1", "--element", "1", "--from", "200", "--csv"}),
+                         columns, true);
+  ASSERT_EQ(rows.size(), 1U);
+  const std::vector<float> history = job.HISTORY_STEPS(top, 200, 1000);
+  const tmrdar::HISTORY_STATISTICS stats = tmrdar::STATISTICS_OF(history.data(), history.size(), 200);
+  EXPECT_EQ(std::make_pair(WHOLE(rows[0][0]), WHOLE(rows[0][1])), std::make_pair(200, 1000));
+  EXPECT_EQ(REAL(rows[0][2]), job.VALUE(top, WHOLE(rows[0][3])));
+  EXPECT_EQ(REAL(rows[0][4]), job.VALUE(top, WHOLE(rows[0][5])));
+  EXPECT_EQ(std::make_pair(WHOLE(rows[0][3]), WHOLE(rows[0][5])),
+            std::make_pair(stats.MINIMUM_STEP, stats.MAXIMUM_STEP));
+  EXPECT_EQ(std::strtod(rows[0][6].c_str(), nullptr), stats.MEAN);
+  EXPECT_EQ(std::strtod(rows[0][7].c_str(), nullptr), stats.STANDARD_DEVIATION);
+}
+
 TEST_F(ToolOnTheSample, CurveOfATableTheSampleDoesNotHave) {
   ASSERT_EQ(job.DIMENSIONS().NUM_NONLINEAR_E_TABLES, 0);
   const TOOL_RUN run = RUN_TOOL({"curve", JOB, "1"});
@@ -247,7 +343,8 @@ TEST_F(ToolOnTheSample, CurveOfATableTheSampleDoesNotHave) {
 }
 
 TEST(ToolHelp, EveryCommandHasItsHelp) {
-  for (const std::string command : {"info", "nodes", "elements", "value", "history", "curve"}) {
+  for (const std::string command :
+       {"info", "nodes", "elements", "value", "history", "curve", "stats", "snapshot", "range"}) {
     for (const std::vector<std::string>& arguments :
          std::vector<std::vector<std::string>>{{command, "--help"}, {command, JOB, "-h"}, {"help", command}}) {
       const TOOL_RUN run = RUN_TOOL(arguments);
@@ -258,7 +355,8 @@ TEST(ToolHelp, EveryCommandHasItsHelp) {
   }
   const TOOL_RUN run = RUN_TOOL({"--help"});
   EXPECT_EQ(run.STATUS, 0);
-  for (const char* command : {"info", "nodes", "elements", "value", "history", "curve"}) {
+  for (const char* command :
+       {"info", "nodes", "elements", "value", "history", "curve", "stats", "snapshot", "range"}) {
     EXPECT_NE(run.OUT.find(std::string("  ") + command + " JOB"), std::string::npos) << command;
   }
 }

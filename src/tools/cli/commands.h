@@ -29,5 +29,8 @@ int ELEMENTS(const ARGUMENTS& arguments);
 int CURVE(const ARGUMENTS& arguments);
 int VALUE(const ARGUMENTS& arguments);
 int HISTORY(const ARGUMENTS& arguments);
+int STATS(const ARGUMENTS& arguments);
+int SNAPSHOT(const ARGUMENTS& arguments);
+int RANGE(const ARGUMENTS& arguments);
 
 }  // namespace tmrdar::cli

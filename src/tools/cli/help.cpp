@@ -60,6 +60,18 @@ constexpr std::array<OPTION, 8> HISTORY_OPTIONS{HELP_OPTION,
                                                 OPTION{"--position", true},
                                                 OPTION{"--label", true}};
 
+constexpr std::array<OPTION, 9> STATS_OPTIONS{HELP_OPTION,
+                                              CSV_OPTION,
+                                              OPTION{"--from", true},
+                                              OPTION{"--to", true},
+                                              OPTION{"--node", true},
+                                              OPTION{"--entry", true},
+                                              OPTION{"--element", true},
+                                              OPTION{"--position", true},
+                                              OPTION{"--label", true}};
+constexpr std::array<OPTION, 3> SNAPSHOT_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--step", true}};
+constexpr std::array<OPTION, 4> RANGE_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--from", true}, OPTION{"--to", true}};
+
 constexpr std::string_view INFO_HELP =
     "usage: tmrdar info JOB [--csv]\n"
     "\n"
@@ -125,14 +137,68 @@ constexpr std::string_view HISTORY_HELP =
     "\n"
     "example: tmrdar history riser element-force 1 --element 5 --position 2 --csv\n";
 
+constexpr std::string_view STATS_HELP =
+    "usage: tmrdar stats JOB TYPE [SUBTYPE] ITEM [--from STEP] [--to STEP] [--csv]\n"
+    "\n"
+    "The statistics of one result over steps --from to --to (the whole run unless given):\n"
+    "first-step and last-step, the minimum and the maximum with the step of each (the first\n"
+    "step where the extreme repeats), the mean and the standard deviation (of the whole\n"
+    "population: the sum of squared deviations over the number of steps).\n"
+    "\n"
+    "  --from STEP     the first step, 1 unless given\n"
+    "  --to STEP       the last step, the job's last unless given\n"
+    "\n" TMRDAR_CLI_REQUEST_HELP
+    "\n"
+    "example: tmrdar stats riser element-force 1 --element 1 --from 200\n";
+
+// The output types along the riser, for snapshot and range.
+#define TMRDAR_CLI_RISER_HELP                                                                             \
+  "TYPE is an output type of a node or an element, by number or name, and SUBTYPE as for\n"               \
+  "tmrdar value (see tmrdar value --help): displacement, velocity, acceleration and node-contact\n"       \
+  "give a row a node, each node that an element's end names, in the elements' row order;\n"              \
+  "element-force and element-pressure give a row for the start, middle and end of each\n"                \
+  "element. distance is the distance along the riser, the elements laid end to end in row order.\n"     \
+  "On a terminal, standard error shows how many points are done.\n"
+
+constexpr std::string_view SNAPSHOT_HELP =
+    "usage: tmrdar snapshot JOB TYPE SUBTYPE --step STEP [--csv]\n"
+    "\n"
+    "One result at one time step along the whole riser: node (or element and position),\n"
+    "distance and value.\n"
+    "\n"
+    "  --step STEP     the time step, 1 to the job's number of steps\n"
+    "  --csv           comma-separated values\n"
+    "\n" TMRDAR_CLI_RISER_HELP
+    "\n"
+    "example: tmrdar snapshot riser element-force 1 --step 400\n";
+
+constexpr std::string_view RANGE_HELP =
+    "usage: tmrdar range JOB TYPE SUBTYPE [--from STEP] [--to STEP] [--csv]\n"
+    "\n"
+    "The range graph of one result along the whole riser over steps --from to --to (the whole\n"
+    "run unless given): for each node (or element and position), its distance, the minimum and\n"
+    "the maximum with the step of each, the mean and the standard deviation, as tmrdar stats\n"
+    "gives them.\n"
+    "\n"
+    "  --from STEP     the first step, 1 unless given\n"
+    "  --to STEP       the last step, the job's last unless given\n"
+    "  --csv           comma-separated values\n"
+    "\n" TMRDAR_CLI_RISER_HELP
+    "\n"
+    "example: tmrdar range riser element-force 1 --from 500\n";
+
+#undef TMRDAR_CLI_RISER_HELP
 #undef TMRDAR_CLI_REQUEST_HELP
 
-constexpr std::array<COMMAND, 6> ALL{{
+constexpr std::array<COMMAND, 9> ALL{{
     {"info", INFO_HELP, PLAIN_OPTIONS, INFO},
     {"nodes", NODES_HELP, NODE_OPTIONS, NODES},
     {"elements", ELEMENTS_HELP, ELEMENT_OPTIONS, ELEMENTS},
     {"value", VALUE_HELP, VALUE_OPTIONS, VALUE},
     {"history", HISTORY_HELP, HISTORY_OPTIONS, HISTORY},
+    {"stats", STATS_HELP, STATS_OPTIONS, STATS},
+    {"snapshot", SNAPSHOT_HELP, SNAPSHOT_OPTIONS, SNAPSHOT},
+    {"range", RANGE_HELP, RANGE_OPTIONS, RANGE},
     {"curve", CURVE_HELP, PLAIN_OPTIONS, CURVE},
 }};
 
@@ -150,6 +216,9 @@ const std::string_view USAGE =
     "  elements JOB                the elements, their nodes, lengths and distances along the riser\n"
     "  value JOB TYPE [SUBTYPE]    one result at one time step\n"
     "  history JOB TYPE [SUBTYPE]  one result at every time step, with a time column\n"
+    "  stats JOB TYPE [SUBTYPE]    minimum, maximum, mean and standard deviation of one result\n"
+    "  snapshot JOB TYPE SUBTYPE   one result at one time step along the whole riser\n"
+    "  range JOB TYPE SUBTYPE      the range graph of one result along the whole riser\n"
     "  curve JOB ID                the points of a stress-strain curve\n"
     "\n"
     "Tables are aligned text, or with --csv comma-separated values. tmrdar COMMAND --help\n"

@@ -1,9 +1,14 @@
-// tmrdar value and history: one result at one step, or at every step.
+// tmrdar value and history: one result at one step, or at every step; stats,
+// its statistics; snapshot and range: a result along the whole riser.
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include <unistd.h>
 
 #include "tools/cli/commands.h"
 #include "tools/cli/job_access.h"
@@ -115,6 +120,70 @@ void PRINT(const std::vector<int32_t>& steps, const std::vector<float>& times, c
   table.PRINT(stdout, csv);
 }
 
+
+// The output type and subtype of a result along the riser: JOB TYPE SUBTYPE.
+tmrdar::REQUEST ALONG_THE_RISER(const ARGUMENTS& arguments) {
+  CHECK_POSITIONAL(arguments, {"JOB", "output TYPE", "SUBTYPE"}, 2);
+  const auto& words = arguments.POSITIONAL();
+  const tmrdar::OUTPUT_TYPE_INFO& info = OUTPUT_TYPE(words[1]);
+  if (info.ITEM_KIND != tmrdar::ITEM::NODE && info.ITEM_KIND != tmrdar::ITEM::ELEMENT) {
+    throw USAGE_ERROR(std::string(info.NAME) + " is not a result of a node or an element along the riser");
+  }
+  if (words.size() < 3) {
+    throw USAGE_ERROR(std::string(info.NAME) + " needs a SUBTYPE, 1 to " + std::to_string(info.MAX_SUBTYPE));
+  }
+  tmrdar::REQUEST request;
+  request.OUTPUT_TYPE = info.TYPE;
+  request.SUBTYPE = SUBTYPE(info, words[2]);
+  return request;
+}
+
+// The steps --from and --to, 1 and the last step unless given.
+std::pair<int32_t, int32_t> STEPS(const ARGUMENTS& arguments, const tmrdar::JOB& job) {
+  const std::optional<std::string> from = arguments.VALUE("--from");
+  const std::optional<std::string> to = arguments.VALUE("--to");
+  const int32_t first = from ? WHOLE_NUMBER(*from, "--from") : 1;
+  const int32_t last = to ? WHOLE_NUMBER(*to, "--to") : job.DIMENSIONS().NUM_TIME_STEPS;
+  if (from && to && first > last) throw USAGE_ERROR("--from " + *from + " comes after --to " + *to);
+  return {first, last};
+}
+
+// Points done of all, on standard error when it is a terminal; nothing
+// otherwise, so that a script's standard error holds only reasons.
+tmrdar::JOB::PROGRESS PROGRESS_ON_TERMINAL(const char* what) {
+  if (isatty(STDERR_FILENO) == 0) return {};
+  return [what](std::size_t done, std::size_t total) {
+    if (done != total && done % 64 != 0) return;
+    std::fprintf(stderr, "\r%s: %zu of %zu points", what, done, total);
+    if (done == total) std::fputs("\r\033[K", stderr);
+    std::fflush(stderr);
+  };
+}
+
+// The columns that name a point along the riser, and its cells.
+void POINT_COLUMNS(TABLE& table, bool of_element) {
+  if (of_element) {
+    table.COLUMN("element");
+    table.COLUMN("position");
+  } else {
+    table.COLUMN("node");
+  }
+  table.COLUMN("distance");
+}
+std::vector<std::string> POINT_CELLS(const tmrdar::RISER_POINT& point, bool of_element) {
+  if (of_element) return {WHOLE(point.ELEMENT), WHOLE(point.POSITION), REAL(point.DISTANCE)};
+  return {WHOLE(point.NODE), REAL(point.DISTANCE)};
+}
+
+void STATISTICS_COLUMNS(TABLE& table) {
+  for (const char* name : {"minimum", "minimum-step", "maximum", "maximum-step", "mean", "standard-deviation"}) {
+    table.COLUMN(name);
+  }
+}
+void STATISTICS_CELLS(std::vector<std::string>& cells, const tmrdar::HISTORY_STATISTICS& stats) {
+  cells.insert(cells.end(), {REAL(stats.MINIMUM), WHOLE(stats.MINIMUM_STEP), REAL(stats.MAXIMUM),
+                             WHOLE(stats.MAXIMUM_STEP), REAL(stats.MEAN), REAL(stats.STANDARD_DEVIATION)});
+}
 }  // namespace
 
 int VALUE(const ARGUMENTS& arguments) {
@@ -143,6 +212,62 @@ int HISTORY(const ARGUMENTS& arguments) {
   std::vector<int32_t> steps(values.size());
   for (std::size_t i = 0; i < steps.size(); ++i) steps[i] = static_cast<int32_t>(i) + 1;
   PRINT(steps, times, values, arguments.HAS(CSV_OPTION.NAME));
+  return 0;
+}
+
+int STATS(const ARGUMENTS& arguments) {
+  const tmrdar::REQUEST request = REQUEST_OF(arguments);
+  const tmrdar::JOB job = OPEN_JOB(arguments);
+  const auto [first, last] = STEPS(arguments, job);
+  const tmrdar::HISTORY_STATISTICS stats = job.STATISTICS(request, first, last);
+  TABLE table;
+  table.COLUMN("first-step");
+  table.COLUMN("last-step");
+  STATISTICS_COLUMNS(table);
+  std::vector<std::string> cells{WHOLE(stats.FIRST_STEP), WHOLE(stats.LAST_STEP)};
+  STATISTICS_CELLS(cells, stats);
+  table.ROW(std::move(cells));
+  table.PRINT(stdout, arguments.HAS(CSV_OPTION.NAME));
+  return 0;
+}
+
+int SNAPSHOT(const ARGUMENTS& arguments) {
+  const tmrdar::REQUEST request = ALONG_THE_RISER(arguments);
+  const std::optional<std::string> step_text = arguments.VALUE("--step");
+  if (!step_text) throw USAGE_ERROR("the --step is missing");
+  const int32_t step = WHOLE_NUMBER(*step_text, "--step");
+  const tmrdar::JOB job = OPEN_JOB(arguments);
+  // The step is checked before the riser's points are looked for.
+  job.VALUE(tmrdar::REQUEST{}, step);
+  const std::vector<tmrdar::SNAPSHOT_POINT> snapshot = job.SNAPSHOT(request, step, PROGRESS_ON_TERMINAL("snapshot"));
+  const bool of_element = tmrdar::DESCRIBE_OUTPUT_TYPE(request.OUTPUT_TYPE)->ITEM_KIND == tmrdar::ITEM::ELEMENT;
+  TABLE table;
+  POINT_COLUMNS(table, of_element);
+  table.COLUMN("value");
+  for (const tmrdar::SNAPSHOT_POINT& point : snapshot) {
+    std::vector<std::string> cells = POINT_CELLS(point.POINT, of_element);
+    cells.push_back(REAL(point.VALUE));
+    table.ROW(std::move(cells));
+  }
+  table.PRINT(stdout, arguments.HAS(CSV_OPTION.NAME));
+  return 0;
+}
+
+int RANGE(const ARGUMENTS& arguments) {
+  const tmrdar::REQUEST request = ALONG_THE_RISER(arguments);
+  const tmrdar::JOB job = OPEN_JOB(arguments);
+  const auto [first, last] = STEPS(arguments, job);
+  const std::vector<tmrdar::RANGE_POINT> graph = job.RANGE_GRAPH(request, first, last, PROGRESS_ON_TERMINAL("range"));
+  const bool of_element = tmrdar::DESCRIBE_OUTPUT_TYPE(request.OUTPUT_TYPE)->ITEM_KIND == tmrdar::ITEM::ELEMENT;
+  TABLE table;
+  POINT_COLUMNS(table, of_element);
+  STATISTICS_COLUMNS(table);
+  for (const tmrdar::RANGE_POINT& point : graph) {
+    std::vector<std::string> cells = POINT_CELLS(point.POINT, of_element);
+    STATISTICS_CELLS(cells, point.STATISTICS);
+    table.ROW(std::move(cells));
+  }
+  table.PRINT(stdout, arguments.HAS(CSV_OPTION.NAME));
   return 0;
 }
 

@@ -51,6 +51,12 @@ std::string REAL(float value) {
   return std::string(buffer.data(), result.ptr);
 }
 
+std::string REAL(double value) {
+  std::array<char, 64> buffer{};
+  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  return std::string(buffer.data(), result.ptr);
+}
+
 std::string WHOLE(int64_t value) { return std::to_string(value); }
 
 std::string CSV_FIELD(std::string_view text) {

@@ -31,6 +31,8 @@ class TABLE {
 
 // The shortest text that reads back as the same 32-bit real.
 std::string REAL(float value);
+// The same of a 64-bit real.
+std::string REAL(double value);
 std::string WHOLE(int64_t value);
 // A field of comma-separated values: quoted when it holds a comma, a quote,
 // a line break or blanks at either end.
