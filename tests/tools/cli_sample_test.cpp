@@ -6,9 +6,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "support/scratch_dir.h"
 #include "tmrdar/tmrdar.hpp"
 #include "tools/tool_runner.h"
 
@@ -332,6 +335,75 @@ TEST_F(ToolOnTheSample, StatsOfOneHistory) {
             std::make_pair(stats.MINIMUM_STEP, stats.MAXIMUM_STEP));
   EXPECT_EQ(std::strtod(rows[0][6].c_str(), nullptr), stats.MEAN);
   EXPECT_EQ(std::strtod(rows[0][7].c_str(), nullptr), stats.STANDARD_DEVIATION);
+}
+
+// The curves of an SVG graph the tool drew: the points of each polyline, in
+// the picture's coordinates (y grows downwards).
+struct DRAWN {
+  std::string TEXT;
+  std::vector<std::vector<std::pair<double, double>>> CURVES;
+};
+DRAWN DRAWN_IN(const std::string& path) {
+  std::ifstream in(path);
+  std::stringstream text;
+  text << in.rdbuf();
+  DRAWN drawn{text.str(), {}};
+  EXPECT_EQ(drawn.TEXT.rfind("<svg xmlns=\"http://www.w3.org/2000/svg\"", 0), 0U);
+  EXPECT_GE(drawn.TEXT.size(), 7U);
+  EXPECT_EQ(drawn.TEXT.substr(drawn.TEXT.size() - 7), "</svg>\n");
+  const std::string mark = "<polyline class=\"curve\"";
+  for (std::size_t at = drawn.TEXT.find(mark); at != std::string::npos; at = drawn.TEXT.find(mark, at + 1)) {
+    const std::size_t begin = drawn.TEXT.find("points=\"", at) + 8;
+    std::istringstream points(drawn.TEXT.substr(begin, drawn.TEXT.find('"', begin) - begin));
+    std::vector<std::pair<double, double>> curve;
+    double x = 0.0;
+    double y = 0.0;
+    char comma = 0;
+    while (points >> x >> comma >> y) curve.emplace_back(x, y);
+    drawn.CURVES.push_back(curve);
+  }
+  return drawn;
+}
+
+TEST_F(ToolOnTheSample, GraphsOfAHistoryAndOfARangeGraph) {
+  tmrdar::testing::SCRATCH_DIR dir;
+  const std::string path = dir.FILE("history.svg");
+  const SERIES top = HISTORY_OF({"element-force", "1", "--element", "1", "--svg", path});
+  ASSERT_EQ(top.VALUES.size(), 1000U);
+  DRAWN drawn = DRAWN_IN(path);
+  EXPECT_NE(drawn.TEXT.find(">time</text>"), std::string::npos);
+  EXPECT_NE(drawn.TEXT.find(">element-force 1</text>"), std::string::npos);
+  EXPECT_NE(drawn.TEXT.find(">element-force 1 of element 1 at position 1</text>"), std::string::npos);
+  ASSERT_EQ(drawn.CURVES.size(), 1U);
+  ASSERT_EQ(drawn.CURVES[0].size(), 1000U);
+  // Time runs to the right, and the highest value is drawn highest.
+  const auto& curve = drawn.CURVES[0];
+  for (std::size_t i = 1; i < curve.size(); ++i) EXPECT_GT(curve[i].first, curve[i - 1].first) << i;
+  const auto highest = std::max_element(top.VALUES.begin(), top.VALUES.end()) - top.VALUES.begin();
+  const auto drawn_highest = std::min_element(curve.begin(), curve.end(), [](const auto& a, const auto& b) {
+                               return a.second < b.second;
+                             }) - curve.begin();
+  EXPECT_EQ(top.VALUES[static_cast<std::size_t>(drawn_highest)], top.VALUES[static_cast<std::size_t>(highest)]);
+
+  const std::string range = dir.FILE("range.svg");
+  const TOOL_RUN run = RUN_TOOL({"range", JOB, "element-force", "1", "--from", "100", "--svg", range});
+  EXPECT_EQ(run.STATUS, 0) << run.ERR;
+  EXPECT_EQ(LINES(run.OUT).size(), 901U);
+  drawn = DRAWN_IN(range);
+  EXPECT_NE(drawn.TEXT.find(">distance along the riser</text>"), std::string::npos);
+  for (const char* key : {">minimum</text>", ">maximum</text>", ">mean</text>"}) {
+    EXPECT_NE(drawn.TEXT.find(key), std::string::npos) << key;
+  }
+  ASSERT_EQ(drawn.CURVES.size(), 3U);
+  for (const auto& drawn_curve : drawn.CURVES) ASSERT_EQ(drawn_curve.size(), 900U);
+  for (std::size_t i = 0; i < 900; ++i) {
+    const double x = drawn.CURVES[0][i].first;
+    EXPECT_TRUE(drawn.CURVES[1][i].first == x && drawn.CURVES[2][i].first == x) << i;
+    // The maximum above the mean, the mean above the minimum.
+    EXPECT_LE(drawn.CURVES[1][i].second, drawn.CURVES[2][i].second) << i;
+    EXPECT_LE(drawn.CURVES[2][i].second, drawn.CURVES[0][i].second) << i;
+  }
+  EXPECT_LT(drawn.CURVES[0].front().first, drawn.CURVES[0].back().first) << "the riser's top on the left";
 }
 
 TEST_F(ToolOnTheSample, CurveOfATableTheSampleDoesNotHave) {

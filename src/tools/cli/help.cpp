@@ -51,8 +51,9 @@ constexpr std::array<OPTION, 8> VALUE_OPTIONS{HELP_OPTION,
                                               OPTION{"--element", true},
                                               OPTION{"--position", true},
                                               OPTION{"--label", true}};
-constexpr std::array<OPTION, 8> HISTORY_OPTIONS{HELP_OPTION,
+constexpr std::array<OPTION, 9> HISTORY_OPTIONS{HELP_OPTION,
                                                 CSV_OPTION,
+                                                OPTION{"--svg", true},
                                                 OPTION{"--count", true},
                                                 OPTION{"--node", true},
                                                 OPTION{"--entry", true},
@@ -70,7 +71,8 @@ constexpr std::array<OPTION, 9> STATS_OPTIONS{HELP_OPTION,
                                               OPTION{"--position", true},
                                               OPTION{"--label", true}};
 constexpr std::array<OPTION, 3> SNAPSHOT_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--step", true}};
-constexpr std::array<OPTION, 4> RANGE_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--from", true}, OPTION{"--to", true}};
+constexpr std::array<OPTION, 5> RANGE_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--from", true}, OPTION{"--to", true},
+                                              OPTION{"--svg", true}};
 
 constexpr std::string_view INFO_HELP =
     "usage: tmrdar info JOB [--csv]\n"
@@ -128,11 +130,12 @@ constexpr std::string_view VALUE_HELP =
     "example: tmrdar value riser displacement 3 --node 12 --step 40\n";
 
 constexpr std::string_view HISTORY_HELP =
-    "usage: tmrdar history JOB TYPE [SUBTYPE] ITEM [--count N] [--csv]\n"
+    "usage: tmrdar history JOB TYPE [SUBTYPE] ITEM [--count N] [--csv] [--svg FILE]\n"
     "\n"
     "One result at every time step from the first: step, time and value, a line a step.\n"
     "\n"
     "  --count N       only the first N steps\n"
+    "  --svg FILE      also draw the value against time, an SVG graph written to FILE\n"
     "\n" TMRDAR_CLI_REQUEST_HELP
     "\n"
     "example: tmrdar history riser element-force 1 --element 5 --position 2 --csv\n";
@@ -173,7 +176,7 @@ constexpr std::string_view SNAPSHOT_HELP =
     "example: tmrdar snapshot riser element-force 1 --step 400\n";
 
 constexpr std::string_view RANGE_HELP =
-    "usage: tmrdar range JOB TYPE SUBTYPE [--from STEP] [--to STEP] [--csv]\n"
+    "usage: tmrdar range JOB TYPE SUBTYPE [--from STEP] [--to STEP] [--csv] [--svg FILE]\n"
     "\n"
     "The range graph of one result along the whole riser over steps --from to --to (the whole\n"
     "run unless given): for each node (or element and position), its distance, the minimum and\n"
@@ -183,6 +186,8 @@ constexpr std::string_view RANGE_HELP =
     "  --from STEP     the first step, 1 unless given\n"
     "  --to STEP       the last step, the job's last unless given\n"
     "  --csv           comma-separated values\n"
+    "  --svg FILE      also draw the minimum, maximum and mean against the distance along the\n"
+    "                  riser, an SVG graph written to FILE\n"
     "\n" TMRDAR_CLI_RISER_HELP
     "\n"
     "example: tmrdar range riser element-force 1 --from 500\n";

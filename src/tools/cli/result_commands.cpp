@@ -12,6 +12,7 @@
 
 #include "tools/cli/commands.h"
 #include "tools/cli/job_access.h"
+#include "tools/cli/svg.h"
 #include "tools/cli/table.h"
 
 namespace tmrdar::cli {
@@ -175,6 +176,14 @@ std::vector<std::string> POINT_CELLS(const tmrdar::RISER_POINT& point, bool of_e
   return {WHOLE(point.NODE), REAL(point.DISTANCE)};
 }
 
+// The name of a request's result, for a graph: "element-force 1".
+std::string RESULT_NAME(const tmrdar::REQUEST& request) {
+  const tmrdar::OUTPUT_TYPE_INFO* info = tmrdar::DESCRIBE_OUTPUT_TYPE(request.OUTPUT_TYPE);
+  std::string name = info != nullptr ? info->NAME : std::to_string(request.OUTPUT_TYPE);
+  if (info != nullptr && info->MAX_SUBTYPE > 0) name += " " + std::to_string(request.SUBTYPE);
+  return name;
+}
+
 void STATISTICS_COLUMNS(TABLE& table) {
   for (const char* name : {"minimum", "minimum-step", "maximum", "maximum-step", "mean", "standard-deviation"}) {
     table.COLUMN(name);
@@ -211,6 +220,25 @@ int HISTORY(const ARGUMENTS& arguments) {
   const std::vector<float> times = job.HISTORY(tmrdar::REQUEST{}, count);
   std::vector<int32_t> steps(values.size());
   for (std::size_t i = 0; i < steps.size(); ++i) steps[i] = static_cast<int32_t>(i) + 1;
+  // The graph first: when it cannot be written, nothing is printed.
+  if (const std::optional<std::string> svg = arguments.VALUE("--svg")) {
+    GRAPH graph;
+    std::string item;
+    if (request.ELEMENT > 0) {
+      item = " of element " + std::to_string(request.ELEMENT) + " at position " + std::to_string(request.POSITION);
+    } else if (request.NODE > 0) {
+      item = " of " + tmrdar::detail::ITEM_WORDS(tmrdar::DESCRIBE_OUTPUT_TYPE(request.OUTPUT_TYPE)->ITEM_KIND,
+                                                 request.NODE);
+    } else if (!request.LABEL.empty()) {
+      item = " at " + request.LABEL;
+    }
+    graph.TITLE = RESULT_NAME(request) + item;
+    graph.X_LABEL = "time";
+    graph.Y_LABEL = RESULT_NAME(request);
+    graph.X.assign(times.begin(), times.end());
+    graph.CURVES.push_back({"value", "#1f77b4", std::vector<double>(values.begin(), values.end())});
+    WRITE_SVG(*svg, graph);
+  }
   PRINT(steps, times, values, arguments.HAS(CSV_OPTION.NAME));
   return 0;
 }
@@ -257,15 +285,31 @@ int RANGE(const ARGUMENTS& arguments) {
   const tmrdar::REQUEST request = ALONG_THE_RISER(arguments);
   const tmrdar::JOB job = OPEN_JOB(arguments);
   const auto [first, last] = STEPS(arguments, job);
-  const std::vector<tmrdar::RANGE_POINT> graph = job.RANGE_GRAPH(request, first, last, PROGRESS_ON_TERMINAL("range"));
+  const std::vector<tmrdar::RANGE_POINT> range = job.RANGE_GRAPH(request, first, last, PROGRESS_ON_TERMINAL("range"));
   const bool of_element = tmrdar::DESCRIBE_OUTPUT_TYPE(request.OUTPUT_TYPE)->ITEM_KIND == tmrdar::ITEM::ELEMENT;
   TABLE table;
   POINT_COLUMNS(table, of_element);
   STATISTICS_COLUMNS(table);
-  for (const tmrdar::RANGE_POINT& point : graph) {
+  for (const tmrdar::RANGE_POINT& point : range) {
     std::vector<std::string> cells = POINT_CELLS(point.POINT, of_element);
     STATISTICS_CELLS(cells, point.STATISTICS);
     table.ROW(std::move(cells));
+  }
+  // The graph first: when it cannot be written, nothing is printed.
+  if (const std::optional<std::string> svg = arguments.VALUE("--svg")) {
+    GRAPH graph;
+    graph.TITLE = "range graph of " + RESULT_NAME(request) + ", steps " + std::to_string(first) + " to " +
+                  std::to_string(last);
+    graph.X_LABEL = "distance along the riser";
+    graph.Y_LABEL = RESULT_NAME(request);
+    graph.CURVES = {{"minimum", "#1f77b4", {}}, {"maximum", "#d62728", {}}, {"mean", "#2ca02c", {}}};
+    for (const tmrdar::RANGE_POINT& point : range) {
+      graph.X.push_back(point.POINT.DISTANCE);
+      graph.CURVES[0].Y.push_back(point.STATISTICS.MINIMUM);
+      graph.CURVES[1].Y.push_back(point.STATISTICS.MAXIMUM);
+      graph.CURVES[2].Y.push_back(point.STATISTICS.MEAN);
+    }
+    WRITE_SVG(*svg, graph);
   }
   table.PRINT(stdout, arguments.HAS(CSV_OPTION.NAME));
   return 0;
