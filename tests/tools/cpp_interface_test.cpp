@@ -325,7 +325,8 @@ TEST_F(CppInterface, HistoriesAndStatisticsOverARangeOfSteps) {
       {{3, 2}, "the first step 3 comes after the last step 2"},
   };
   for (const auto& [steps, reason] : refused) {
-    const auto [first, last_step] = steps;
+    const int32_t first = steps.first;
+    const int32_t last_step = steps.second;
     EXPECT_EQ(FAILURE_OF([&] { job.HISTORY_STEPS(displacement, first, last_step); }), std::make_pair(256, reason));
     EXPECT_EQ(FAILURE_OF([&] { job.STATISTICS(displacement, first, last_step); }), std::make_pair(256, reason));
     EXPECT_EQ(FAILURE_OF([&] { job.RANGE_GRAPH(displacement, first, last_step); }), std::make_pair(256, reason));
