@@ -532,8 +532,12 @@ class JOB {
 
   JOB(const JOB&) = delete;
   JOB& operator=(const JOB&) = delete;
-  JOB(JOB&& other)
-  noexcept : path_(std::move(other.path_)), codes_(other.codes_), dims_(other.dims_), owner_(other.owner_) {
+  JOB(JOB&& other) noexcept
+      : path_(std::move(other.path_)),
+        codes_(other.codes_),
+        dims_(other.dims_),
+        frames_room_(other.frames_room_),
+        owner_(other.owner_) {
     other.owner_ = false;
   }
   JOB& operator=(JOB&& other) noexcept {

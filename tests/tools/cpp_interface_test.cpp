@@ -255,7 +255,8 @@ TEST_F(CppInterface, NoHistoryLongerThanTheFilesCanHold) {
   job.RUN.FORCE_STEP_RECORDS = 1;
   job.RESULTS.CLEAR();
   job.STEP_TIMES.clear();
-  const tmrdar::JOB open = OPEN_SMALL(job);
+  tmrdar::JOB opened = OPEN_SMALL(job);
+  const tmrdar::JOB open = std::move(opened);  // a moved job keeps what its files hold
   ASSERT_EQ(open.DIMENSIONS().NUM_TIME_STEPS, 2000000000);
   const auto [code, text] = FAILURE_OF([&] { open.TIMES(); });
   EXPECT_EQ(code, 256);
