@@ -9,6 +9,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/scratch_dir.h"
@@ -241,169 +242,112 @@ TEST_F(ToolOnTheSample, HistoriesAreTheLibrarysValuesUnchanged) {
   for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(REAL(three[i][2]), pull.VALUES[i]);
 }
 
-// An element-force request at a point along the riser.
-tmrdar::REQUEST TENSION_AT(int32_t element, int32_t position) {
+// The effective tension (element force 1), as a request the interface takes.
+tmrdar::REQUEST TENSION(int32_t element = 0) {
   tmrdar::REQUEST request;
   request.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::ELEMENT_FORCE;
   request.SUBTYPE = tmrdar::ELEMENT_FORCE::SECTION_1;
   request.ELEMENT = element;
-  request.POSITION = position;
+  request.POSITION = tmrdar::POSITION::START;
   return request;
 }
 
-TEST_F(ToolOnTheSample, SnapshotIsTheRiserAtOneStepValueByValue) {
+// The tool's snapshots, range graphs and statistics are the interface's,
+// whose values the interface's own tests hold against single requests.
+TEST_F(ToolOnTheSample, SnapshotRangeAndStatsAreTheInterfacesAnswers) {
+  const std::vector<tmrdar::SNAPSHOT_POINT> snapshot = job.SNAPSHOT(TENSION(), 400);
   for (const bool csv : {false, true}) {
     std::vector<std::string> arguments{"snapshot", JOB, "element-force", "1", "--step", "400"};
     if (csv) arguments.push_back("--csv");
     const auto rows = ROWS(RUN_TOOL(arguments), {"element", "position", "distance", "value"}, csv);
-    ASSERT_EQ(rows.size(), 900U);
+    ASSERT_EQ(rows.size(), snapshot.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
-      const int32_t element = WHOLE(rows[i][0]);
-      const int32_t position = WHOLE(rows[i][1]);
-      EXPECT_EQ(element, static_cast<int32_t>(i / 3) + 1);
-      EXPECT_EQ(position, static_cast<int32_t>(i % 3) + 1);
-      EXPECT_EQ(REAL(rows[i][2]), job.DISTANCE(element, position)) << i;
-      EXPECT_EQ(REAL(rows[i][3]), job.VALUE(TENSION_AT(element, position), 400)) << i;
+      const tmrdar::SNAPSHOT_POINT& p = snapshot[i];
+      EXPECT_EQ(std::make_tuple(WHOLE(rows[i][0]), WHOLE(rows[i][1]), REAL(rows[i][2]), REAL(rows[i][3])),
+                std::make_tuple(p.POINT.ELEMENT, p.POINT.POSITION, p.POINT.DISTANCE, p.VALUE)) << i;
     }
   }
-  // Results of a node: each node once, from the hang-off to the seabed.
   const auto nodes = ROWS(RUN_TOOL({"snapshot", JOB, "displacement", "2", "--step", "7", "--csv"}),
                           {"node", "distance", "value"}, true);
-  ASSERT_EQ(nodes.size(), 301U);
-  tmrdar::REQUEST sway;
-  sway.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::DISPLACEMENT;
-  sway.SUBTYPE = 2;
-  for (const std::size_t i : {0, 1, 150, 299, 300}) {
-    sway.NODE = WHOLE(nodes[i][0]);
-    EXPECT_EQ(sway.NODE, static_cast<int32_t>(i) + 1);
-    EXPECT_EQ(REAL(nodes[i][2]), job.VALUE(sway, 7)) << i;
-  }
-  EXPECT_EQ(REAL(nodes[300][1]), job.DISTANCE(300, tmrdar::POSITION::END));
-}
+  EXPECT_EQ(nodes.size(), 301U) << "each node once, from the hang-off to the seabed";
 
-TEST_F(ToolOnTheSample, RangeGraphOfTheEffectiveTensionAlongTheRiser) {
-  const std::vector<std::string> columns{"element",      "position", "distance", "minimum", "minimum-step",
-                                         "maximum",      "maximum-step", "mean", "standard-deviation"};
-  for (const auto& [first, last] : std::vector<std::pair<int32_t, int32_t>>{{1, 1000}, {500, 620}}) {
-    std::vector<std::string> arguments{"range", JOB, "element-force", "1", "--csv"};
-    if (first != 1) arguments.insert(arguments.end(), {"--from", std::to_string(first), "--to", std::to_string(last)});
-    const auto rows = ROWS(RUN_TOOL(arguments), columns, true);
-    ASSERT_EQ(rows.size(), 900U);
-    for (std::size_t i = 0; i < rows.size(); i += 7) {
-      const int32_t element = WHOLE(rows[i][0]);
-      const int32_t position = WHOLE(rows[i][1]);
-      const tmrdar::REQUEST at = TENSION_AT(element, position);
-      EXPECT_EQ(REAL(rows[i][2]), job.DISTANCE(element, position));
-      // The extremes are the single values at their steps, and no step of
-      // the range goes beyond them.
-      const int32_t low = WHOLE(rows[i][4]);
-      const int32_t high = WHOLE(rows[i][6]);
-      ASSERT_TRUE(low >= first && low <= last && high >= first && high <= last) << low << " " << high;
-      EXPECT_EQ(REAL(rows[i][3]), job.VALUE(at, low)) << i;
-      EXPECT_EQ(REAL(rows[i][5]), job.VALUE(at, high)) << i;
-      const std::vector<float> history = job.HISTORY(at);
-      double sum = 0.0;
-      for (int32_t step = first; step <= last; ++step) {
-        const float value = history[static_cast<std::size_t>(step - 1)];
-        EXPECT_GE(value, REAL(rows[i][3]));
-        EXPECT_LE(value, REAL(rows[i][5]));
-        sum += value;
-      }
-      EXPECT_NEAR(std::strtod(rows[i][7].c_str(), nullptr), sum / (last - first + 1), 1e-9 * std::abs(sum)) << i;
-      EXPECT_GT(std::strtod(rows[i][8].c_str(), nullptr), 0.0) << "a regular wave moves every point";
-    }
+  const std::vector<tmrdar::RANGE_POINT> graph = job.RANGE_GRAPH(TENSION(), 500, 620);
+  const auto rows = ROWS(RUN_TOOL({"range", JOB, "element-force", "1", "--from", "500", "--to", "620", "--csv"}),
+                         {"element", "position", "distance", "minimum", "minimum-step", "maximum", "maximum-step",
+                          "mean", "standard-deviation"},
+                         true);
+  ASSERT_EQ(rows.size(), graph.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const tmrdar::HISTORY_STATISTICS& s = graph[i].STATISTICS;
+    EXPECT_EQ(std::make_tuple(REAL(rows[i][3]), WHOLE(rows[i][4]), REAL(rows[i][5]), WHOLE(rows[i][6]),
+                              std::strtod(rows[i][7].c_str(), nullptr), std::strtod(rows[i][8].c_str(), nullptr)),
+              std::make_tuple(s.MINIMUM, s.MINIMUM_STEP, s.MAXIMUM, s.MAXIMUM_STEP, s.MEAN, s.STANDARD_DEVIATION))
+        << i;
   }
-  // The tension is highest at the hang-off, where the wave's tension adds most.
-  const auto text = ROWS(RUN_TOOL({"range", JOB, "element-force", "1"}), columns, false);
-  ASSERT_EQ(text.size(), 900U);
-  EXPECT_GT(REAL(text.front()[5]), REAL(text.back()[5]));
-}
+  EXPECT_GT(REAL(rows.front()[5]), REAL(rows.back()[5])) << "the tension is highest at the hang-off";
 
-TEST_F(ToolOnTheSample, StatsOfOneHistory) {
-  const tmrdar::REQUEST top = TENSION_AT(1, tmrdar::POSITION::START);
-  const std::vector<std::string> columns{"first-step",   "last-step", "minimum", "minimum-step",
-                                         "maximum",      "maximum-step", "mean", "standard-deviation"};
-  const auto rows = ROWS(RUN_TOOL({"stats", JOB, "element-force", "1", "--element", "1", "--from", "200", "--csv"}),
-                         columns, true);
-  ASSERT_EQ(rows.size(), 1U);
-  const std::vector<float> history = job.HISTORY_STEPS(top, 200, 1000);
-  const tmrdar::HISTORY_STATISTICS stats = tmrdar::STATISTICS_OF(history.data(), history.size(), 200);
-  EXPECT_EQ(std::make_pair(WHOLE(rows[0][0]), WHOLE(rows[0][1])), std::make_pair(200, 1000));
-  EXPECT_EQ(REAL(rows[0][2]), job.VALUE(top, WHOLE(rows[0][3])));
-  EXPECT_EQ(REAL(rows[0][4]), job.VALUE(top, WHOLE(rows[0][5])));
-  EXPECT_EQ(std::make_pair(WHOLE(rows[0][3]), WHOLE(rows[0][5])),
-            std::make_pair(stats.MINIMUM_STEP, stats.MAXIMUM_STEP));
-  EXPECT_EQ(std::strtod(rows[0][6].c_str(), nullptr), stats.MEAN);
-  EXPECT_EQ(std::strtod(rows[0][7].c_str(), nullptr), stats.STANDARD_DEVIATION);
+  const tmrdar::HISTORY_STATISTICS s = job.STATISTICS(TENSION(1), 200, 1000);
+  const auto stats = ROWS(RUN_TOOL({"stats", JOB, "element-force", "1", "--element", "1", "--from", "200", "--csv"}),
+                          {"first-step", "last-step", "minimum", "minimum-step", "maximum", "maximum-step", "mean",
+                           "standard-deviation"},
+                          true);
+  ASSERT_EQ(stats.size(), 1U);
+  EXPECT_EQ(std::make_tuple(WHOLE(stats[0][0]), WHOLE(stats[0][1]), REAL(stats[0][2]), WHOLE(stats[0][3]),
+                            REAL(stats[0][4]), WHOLE(stats[0][5]), std::strtod(stats[0][6].c_str(), nullptr)),
+            std::make_tuple(200, 1000, s.MINIMUM, s.MINIMUM_STEP, s.MAXIMUM, s.MAXIMUM_STEP, s.MEAN));
 }
 
 // The curves of an SVG graph the tool drew: the points of each polyline, in
 // the picture's coordinates (y grows downwards).
-struct DRAWN {
-  std::string TEXT;
-  std::vector<std::vector<std::pair<double, double>>> CURVES;
-};
-DRAWN DRAWN_IN(const std::string& path) {
-  std::ifstream in(path);
-  std::stringstream text;
-  text << in.rdbuf();
-  DRAWN drawn{text.str(), {}};
-  EXPECT_EQ(drawn.TEXT.rfind("<svg xmlns=\"http://www.w3.org/2000/svg\"", 0), 0U);
-  EXPECT_GE(drawn.TEXT.size(), 7U);
-  EXPECT_EQ(drawn.TEXT.substr(drawn.TEXT.size() - 7), "</svg>\n");
+std::vector<std::vector<std::pair<double, double>>> CURVES_IN(const std::string& text) {
+  std::vector<std::vector<std::pair<double, double>>> curves;
   const std::string mark = "<polyline class=\"curve\"";
-  for (std::size_t at = drawn.TEXT.find(mark); at != std::string::npos; at = drawn.TEXT.find(mark, at + 1)) {
-    const std::size_t begin = drawn.TEXT.find("points=\"", at) + 8;
-    std::istringstream points(drawn.TEXT.substr(begin, drawn.TEXT.find('"', begin) - begin));
-    std::vector<std::pair<double, double>> curve;
-    double x = 0.0;
-    double y = 0.0;
+  for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1)) {
+    const std::size_t begin = text.find("points=\"", at) + 8;
+    std::istringstream points(text.substr(begin, text.find('"', begin) - begin));
+    curves.emplace_back();
+    double x = 0.0, y = 0.0;
     char comma = 0;
-    while (points >> x >> comma >> y) curve.emplace_back(x, y);
-    drawn.CURVES.push_back(curve);
+    while (points >> x >> comma >> y) curves.back().emplace_back(x, y);
   }
-  return drawn;
+  return curves;
 }
 
 TEST_F(ToolOnTheSample, GraphsOfAHistoryAndOfARangeGraph) {
   tmrdar::testing::SCRATCH_DIR dir;
-  const std::string path = dir.FILE("history.svg");
-  const SERIES top = HISTORY_OF({"element-force", "1", "--element", "1", "--svg", path});
-  ASSERT_EQ(top.VALUES.size(), 1000U);
-  DRAWN drawn = DRAWN_IN(path);
-  EXPECT_NE(drawn.TEXT.find(">time</text>"), std::string::npos);
-  EXPECT_NE(drawn.TEXT.find(">element-force 1</text>"), std::string::npos);
-  EXPECT_NE(drawn.TEXT.find(">element-force 1 of element 1 at position 1</text>"), std::string::npos);
-  ASSERT_EQ(drawn.CURVES.size(), 1U);
-  ASSERT_EQ(drawn.CURVES[0].size(), 1000U);
-  // Time runs to the right, and the highest value is drawn highest.
-  const auto& curve = drawn.CURVES[0];
-  for (std::size_t i = 1; i < curve.size(); ++i) EXPECT_GT(curve[i].first, curve[i - 1].first) << i;
+  const auto TEXT_OF = [](const std::string& path) {
+    std::ifstream in(path);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+  };
+  const SERIES top = HISTORY_OF({"element-force", "1", "--element", "1", "--svg", dir.FILE("history.svg")});
+  std::string text = TEXT_OF(dir.FILE("history.svg"));
+  for (const char* label : {">time</text>", ">element-force 1 of element 1 at position 1</text>"}) {
+    EXPECT_NE(text.find(label), std::string::npos) << label;
+  }
+  auto curves = CURVES_IN(text);
+  ASSERT_EQ(curves.size(), 1U);
+  ASSERT_EQ(curves[0].size(), top.VALUES.size());
+  // The highest value is drawn highest.
   const auto highest = std::max_element(top.VALUES.begin(), top.VALUES.end()) - top.VALUES.begin();
-  const auto drawn_highest = std::min_element(curve.begin(), curve.end(), [](const auto& a, const auto& b) {
-                               return a.second < b.second;
-                             }) - curve.begin();
+  const auto drawn_highest =
+      std::min_element(curves[0].begin(), curves[0].end(), [](auto& a, auto& b) { return a.second < b.second; }) -
+      curves[0].begin();
   EXPECT_EQ(top.VALUES[static_cast<std::size_t>(drawn_highest)], top.VALUES[static_cast<std::size_t>(highest)]);
 
-  const std::string range = dir.FILE("range.svg");
-  const TOOL_RUN run = RUN_TOOL({"range", JOB, "element-force", "1", "--from", "100", "--svg", range});
+  const TOOL_RUN run = RUN_TOOL({"range", JOB, "element-force", "1", "--svg", dir.FILE("range.svg")});
   EXPECT_EQ(run.STATUS, 0) << run.ERR;
-  EXPECT_EQ(LINES(run.OUT).size(), 901U);
-  drawn = DRAWN_IN(range);
-  EXPECT_NE(drawn.TEXT.find(">distance along the riser</text>"), std::string::npos);
-  for (const char* key : {">minimum</text>", ">maximum</text>", ">mean</text>"}) {
-    EXPECT_NE(drawn.TEXT.find(key), std::string::npos) << key;
+  text = TEXT_OF(dir.FILE("range.svg"));
+  for (const char* label : {">distance along the riser</text>", ">minimum</text>", ">maximum</text>", ">mean</text>"}) {
+    EXPECT_NE(text.find(label), std::string::npos) << label;
   }
-  ASSERT_EQ(drawn.CURVES.size(), 3U);
-  for (const auto& drawn_curve : drawn.CURVES) ASSERT_EQ(drawn_curve.size(), 900U);
-  for (std::size_t i = 0; i < 900; ++i) {
-    const double x = drawn.CURVES[0][i].first;
-    EXPECT_TRUE(drawn.CURVES[1][i].first == x && drawn.CURVES[2][i].first == x) << i;
-    // The maximum above the mean, the mean above the minimum.
-    EXPECT_LE(drawn.CURVES[1][i].second, drawn.CURVES[2][i].second) << i;
-    EXPECT_LE(drawn.CURVES[2][i].second, drawn.CURVES[0][i].second) << i;
+  curves = CURVES_IN(text);
+  ASSERT_EQ(curves.size(), 3U);
+  for (std::size_t i = 0; i < 900; ++i) {  // the maximum above the mean, the mean above the minimum
+    EXPECT_LE(curves[1].at(i).second, curves[2].at(i).second) << i;
+    EXPECT_LE(curves[2].at(i).second, curves[0].at(i).second) << i;
   }
-  EXPECT_LT(drawn.CURVES[0].front().first, drawn.CURVES[0].back().first) << "the riser's top on the left";
 }
 
 TEST_F(ToolOnTheSample, CurveOfATableTheSampleDoesNotHave) {
