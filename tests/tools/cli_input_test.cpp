@@ -60,8 +60,6 @@ TEST(ToolInput, MistakesInTheCommandLine) {
        "tmrdar value: displacement needs --node N or --label TEXT (see tmrdar value --help)"},
       {{"range", JOB, "time", "1"},
        "tmrdar range: time is not a result of a node or an element along the riser (see tmrdar range --help)"},
-      {{"range", JOB, "element-force"},
-       "tmrdar range: element-force needs a SUBTYPE, 1 to 14 (see tmrdar range --help)"},
       {{"range", JOB, "element-force", "1", "--from", "5", "--to", "4"},
        "tmrdar range: --from 5 comes after --to 4 (see tmrdar range --help)"},
       {{"range", JOB, "element-force", "1", "--element", "3"},
@@ -70,10 +68,6 @@ TEST(ToolInput, MistakesInTheCommandLine) {
        "tmrdar snapshot: the --step is missing (see tmrdar snapshot --help)"},
       {{"stats", JOB, "displacement", "1", "--from", "x"},
        "tmrdar stats: displacement needs --node N or --label TEXT (see tmrdar stats --help)"},
-      {{"stats", JOB, "displacement", "1", "--node", "1", "--to", "x"},
-       "tmrdar stats: --to must be a whole number, not 'x' (see tmrdar stats --help)"},
-      {{"stats", JOB, "displacement", "1", "--node", "1", "--from", "900", "--to", "899"},
-       "tmrdar stats: --from 900 comes after --to 899 (see tmrdar stats --help)"},
       {{"value", JOB, "displacement", "3", "--node", "1", "--node", "2", "--step", "2"},
        "tmrdar value: option --node is given twice (see tmrdar value --help)"},
       {{"value", JOB, "displacement", "3", "--node", "12.5", "--step", "2"},
@@ -118,12 +112,8 @@ TEST(ToolInput, QuestionsTheJobCannotAnswer) {
        "tmrdar: guide surface 2 is not in the database (it has 1)"},
       {{"range", JOB, "element-force", "1", "--to", "3", "--svg", missing + "/graph.svg"},
        "tmrdar: the graph could not be written to " + missing + "/graph.svg"},
-      {{"history", JOB, "time", "--svg", missing + "/graph.svg"},
-       "tmrdar: the graph could not be written to " + missing + "/graph.svg"},
       {{"range", JOB, "element-force", "1", "--to", "1001"},
        "tmrdar: step 1001 is not one of the job's steps, 1 to 1000"},
-      {{"range", JOB, "element-force", "1", "--from", "0", "--to", "3"},
-       "tmrdar: step 0 is not one of the job's steps, 1 to 1000"},
       {{"snapshot", JOB, "displacement", "1", "--step", "0"},
        "tmrdar: step 0 is not one of the job's steps, 1 to 1000"},
       {{"snapshot", JOB, "acceleration", "1", "--step", "4"},
@@ -182,23 +172,10 @@ TEST_F(ToolOnASmallJob, ValuesCurvesAndListsOfAuxiliaryItems) {
 }
 
 TEST_F(ToolOnASmallJob, RiserResultsOfKnownValues) {
+  // Node 20 is the end of element 5, 4 along the riser, and is 1.25 at step 2.
   const std::string job = WRITE(tmrdar::testing::SMALL_JOB());
-  // Element 7, 2.5 long, then element 5; the end of element 5 holds -7.5 at step 3.
-  TOOL_RUN run = RUN_TOOL({"snapshot", job, "element-force", "1", "--step", "3", "--csv"});
-  EXPECT_EQ(run.STATUS, 0) << run.ERR;
-  std::vector<std::string> lines = LINES(run.OUT);
-  ASSERT_EQ(lines.size(), 7U);
-  EXPECT_EQ(lines[0], "element,position,distance,value");
-  EXPECT_EQ(lines[2].substr(0, 9), "7,2,1.25,");
-  EXPECT_EQ(lines[6], "5,3,4,-7.5");
-
-  // One step: both extremes there, no deviation.
-  run = RUN_TOOL({"stats", job, "displacement", "3", "--node", "20", "--from", "2", "--to", "2", "--csv"});
-  EXPECT_EQ(run.OUT,
-            "first-step,last-step,minimum,minimum-step,maximum,maximum-step,mean,standard-deviation\n"
-            "2,2,1.25,2,1.25,2,1.25,0\n");
-  run = RUN_TOOL({"range", job, "displacement", "3", "--from", "2", "--to", "2"});
-  lines = LINES(run.OUT);
+  const TOOL_RUN run = RUN_TOOL({"range", job, "displacement", "3", "--from", "2", "--to", "2"});
+  const std::vector<std::string> lines = LINES(run.OUT);
   ASSERT_EQ(lines.size(), 4U);
   EXPECT_EQ(FIELDS(lines[3], ' '), (std::vector<std::string>{"20", "4", "1.25", "2", "1.25", "2", "1.25", "0"}));
   EXPECT_EQ(run.ERR, "") << "no progress on standard error when it is not a terminal";
