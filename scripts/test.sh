@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the project and runs every test three times: with g++ (which also
-# builds the benchmarks, so that they keep compiling), with clang,
+# builds the benchmarks, so that they keep compiling, and after which the
+# Python package's tests run against that build), with clang,
 # and with g++ under AddressSanitizer and UndefinedBehaviorSanitizer.
 # Warnings are errors in every build.
 set -euo pipefail
@@ -20,6 +21,11 @@ run() {
 }
 
 run gcc g++ "" -DTMRDAR_BUILD_BENCHMARKS=ON
+# The Python package against the gcc build's library, tool and sample job,
+# on Debian's Python, which has numpy, pandas, xarray, matplotlib and dask.
+echo "== python: pytest against the gcc build"
+TMRDAR_LIBRARY="$PWD/build/test-gcc/src/frame/exports/libtmrdar.so" MPLBACKEND=Agg \
+  /usr/bin/python3 -m pytest -q -p no:cacheprovider python/tests
 run clang clang++ ""
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
   run sanitize g++ "-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"

@@ -1,8 +1,9 @@
 """Finding and loading libtmrdar.so, and the prototypes of its twelve exports.
 
-The library is looked for, in this order: the file that TMRDAR_LIBRARY names;
-libtmrdar.so next to this package; the build trees of the source tree this
-package stands in (build/*/src/frame/exports/); and the loader's own path.
+The library is the file that TMRDAR_LIBRARY names, when it is set; else the
+first found of libtmrdar.so next to this package, the newest in the build trees of
+the source tree this package stands in (build/*/src/frame/exports/), and the
+one the loader finds on its own path.
 """
 
 import ctypes
@@ -42,8 +43,8 @@ def candidates():
     """The paths tried, in order, with the reason each is tried."""
     found = []
     named = os.environ.get("TMRDAR_LIBRARY")
-    if named:
-        found.append((named, "TMRDAR_LIBRARY"))
+    if named:  # a library named on purpose is not silently replaced by another
+        return [(named, "TMRDAR_LIBRARY")]
     here = os.path.dirname(os.path.abspath(__file__))
     found.append((os.path.join(here, _NAME), "next to the package"))
     source_tree = os.path.dirname(os.path.dirname(here))
@@ -67,8 +68,6 @@ def _load():
             library = ctypes.CDLL(path)
         except OSError as failure:
             tried.append(f"{path} ({where}): {failure}")
-            if where == "TMRDAR_LIBRARY":
-                break  # a library named on purpose is not silently replaced
             continue
         library.tmrdar_path = path
         for name, arguments in _PROTOTYPES.items():
