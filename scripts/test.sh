@@ -20,6 +20,8 @@ run() {
   ctest --test-dir "$dir" -j "$jobs" --output-on-failure
 }
 
+echo "== names: the naming convention"
+python3 scripts/check_names.py
 run gcc g++ "" -DTMRDAR_BUILD_BENCHMARKS=ON
 # The Python package against the gcc build's library, tool and sample job,
 # on Debian's Python, which has numpy, pandas, xarray, matplotlib and dask.
