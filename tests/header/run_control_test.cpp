@@ -9,7 +9,6 @@ namespace tmrdar::header {
 namespace {
 
 using builder::JOB;
-using builder::RECORD;
 using HV = HEADER_VARIABLES;
 
 // Every integer and real that blocks 2 to 15 carry.
@@ -74,37 +73,7 @@ TEST_P(RunControlOfEachFormat, EveryFieldLandsInItsVariable) {
   EXPECT_EQ(db.HDR_14_7 == job.RUN.HDR_14_7, !IS(V841)) << "word 7 of block 14";
 }
 
-// Block 14's words 6 and 7 as each format has them: the seabed angle with
-// a seventh word, the angle alone, or eight integers with no angle.
-TEST_P(RunControlOfEachFormat, Block14HasItsFormatsWords) {
-  JOB job(format);
-  job.BLOCKS[14] = {RECORD::INTS({0, 0, 5, 6, 2}).REAL(6, 30.0F).INT(7, 77).INT(8, 88)};
-  EXPECT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-  EXPECT_EQ(std::tuple(db.HDR_14_3, db.HDR_14_4, db.HDR_14_5), std::tuple(5, 6, 1));
-  const bool angle = IS(V861) || IS(V841);
-  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_DEG(), angle ? 30.0F : 0.0F);
-  EXPECT_EQ(db.HDR_14_7, IS(V841) ? 0 : 77);
-}
-
 TMRDAR_FOR_EVERY_FORMAT(RunControlOfEachFormat);
-
-TEST_F(RunControl, TitlePiecesSkipTheRestOfTheirRecords) {
-  JOB job;
-  const std::string junk(32, '#');
-  job.BLOCKS[15] = {RECORD::TEXT(junk).CHARS(0, std::string(28, 'x')), RECORD::TEXT(junk).CHARS(0, "y"),
-                    RECORD::TEXT(junk).CHARS(0, std::string(24, 'z'))};
-  EXPECT_FALSE(OPEN(job));
-  EXPECT_EQ(db.ANALYSIS_TITLE.VIEW(), std::string(28, 'x') + "y" + std::string(27, '#') + std::string(24, 'z'));
-}
-
-TEST_F(RunControl, TheSpectrumCodeSetsHdr145OrKeepsItsDefault) {
-  JOB job;
-  for (const auto& [code, expected] : std::vector<std::pair<int32_t, int32_t>>{{1, 4}, {2, 1}, {3, 2}, {0, 4}, {9, 4}}) {
-    job.HDR_14_5_CODE = code;
-    EXPECT_FALSE(OPEN(job));
-    EXPECT_EQ(db.HDR_14_5, expected) << "code " << code;
-  }
-}
 
 TEST_F(RunControl, NoTimeStepsStopsTheHeaderWithTheCountsKept) {
   JOB job;
@@ -116,16 +85,6 @@ TEST_F(RunControl, NoTimeStepsStopsTheHeaderWithTheCountsKept) {
             "Error: Database Postprocessing: No solution time steps were outputted to the database.");
   EXPECT_EQ(db.NUM_NODES, 9);
   EXPECT_EQ(db.NUM_LABELS, 2);
-}
-
-TEST_F(RunControl, AnUnreadableBlockEndsTheReadWithEarlierBlocksKept) {
-  JOB job;
-  job.RUN.NUM_ELEMENTS = 4;
-  job.RUN.NUM_AUX_NODES = 3;
-  EXPECT_TRUE(OPEN(job, 9));  // entry 9 of the directory: 0 becomes -1
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
-  EXPECT_EQ(db.NUM_ELEMENTS, 4);
-  EXPECT_EQ(db.NUM_AUX_NODES, 0) << "block 11 comes after the failure";
 }
 
 TEST_F(RunControl, ABlockPastTheEndOfTheFileReadsStaleWords) {
