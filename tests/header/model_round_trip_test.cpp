@@ -3,6 +3,7 @@
 // each value is a different small number, so a word read from the wrong
 // place of the file cannot pass for the right one. What a format has no
 // block for reads as empty.
+#include <bit>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -20,7 +21,15 @@ class ModelRoundTrip : public FORMAT_TEST {
  protected:
   void SetUp() override { ASSERT_FALSE(OPEN_WRITTEN(job)) << ERROR_HANDLING::LAST_MESSAGE(); }
 
-  const JOB job = EVERY_BLOCK_JOB(format);
+  // A negative length reads as 1.0e-8, a length of 0 as it stands, and an
+  // end that no node has keeps its number.
+  const JOB job = [this] {
+    JOB j = EVERY_BLOCK_JOB(format);
+    j.MODEL.ELEMENTS[0].LENGTH = -0.5F;
+    j.MODEL.ELEMENTS[1].LENGTH = 0.0F;
+    j.MODEL.ELEMENTS[8].NODES[1] = 999;
+    return j;
+  }();
   const MODEL& m = job.MODEL;
   const HEADER_TABLES& t = db.TABLES;
 };
@@ -36,11 +45,12 @@ TEST_P(ModelRoundTrip, StructureBlocks) {
     EXPECT_EQ(std::tuple(t.ELEMENT_NUMBERS(i, 1), t.ELEMENT_NUMBERS(i, 2), t.ELEMENT_A8(i), t.ELEMENT_B5(i)),
               std::tuple(e.FILE_NUMBER, e.USER_NUMBER, e.A8, e.B5));
     EXPECT_EQ(t.ELEMENT_NODES(i, 1), (i - 1) % 5 + 1) << "the end nodes become node rows";
-    EXPECT_EQ(t.ELEMENT_NODES(i, 2), (i + 2) % 5 + 1);
+    EXPECT_EQ(t.ELEMENT_NODES(i, 2), i == 9 ? 999 : (i + 2) % 5 + 1);
     const std::vector<float> reals{t.ELEMENT_LENGTH(i), t.ELEMENT_A6(i), t.ELEMENT_A7(i), t.ELEMENT_B1(i),
                                    t.ELEMENT_B2(i),     t.ELEMENT_B3(i), t.ELEMENT_B4(i), t.ELEMENT_B6(i),
                                    t.ELEMENT_B7(i),     t.ELEMENT_B8(i), t.ELEMENT_C1(i)};
-    EXPECT_EQ(reals, (std::vector<float>{e.LENGTH, e.A6, e.A7, e.B1, e.B2, e.B3, e.B4, e.B6, e.B7, e.B8, e.C1}));
+    const float length = i == 1 ? std::bit_cast<float>(0x322BCC77U) : e.LENGTH;
+    EXPECT_EQ(reals, (std::vector<float>{length, e.A6, e.A7, e.B1, e.B2, e.B3, e.B4, e.B6, e.B7, e.B8, e.C1}));
     const std::vector<float> section{t.ELEMENT_SECTION_TABLE(i, 1), t.ELEMENT_SECTION_TABLE(i, 2),
                                      t.ELEMENT_SECTION_TABLE(i, 3), t.ELEMENT_SECTION_TABLE(i, 4)};
     EXPECT_EQ(section, (std::vector<float>{static_cast<float>(e.MATERIAL_1), static_cast<float>(e.MATERIAL_2),
