@@ -219,14 +219,8 @@ TEST(ModelLayout, WhatTheLayoutCannotHoldIsRefused) {
   };
   refused([](JOB& job) { job.BLOCKS[19] = {RECORD(), RECORD()}; });  // no nodes, no records
   refused([](JOB& job) { job.BLOCKS[53] = {RECORD()}; });
-  refused([](JOB& job) {
-    job.NUM_BLOCK_ADDRESSES = 50;
-    job.MODEL.DAMPER_ELEMENTS = {1};
-  });
-  refused([](JOB& job) {
-    job.MODEL.NODES.resize(3);
-    job.RUN.NUM_NODES = 2;
-  });
+  refused([](JOB& job) { job.NUM_BLOCK_ADDRESSES = 50; job.MODEL.DAMPER_ELEMENTS = {1}; });
+  refused([](JOB& job) { job.MODEL.NODES.resize(3); job.RUN.NUM_NODES = 2; });
   refused([](JOB& job) { job.MODEL.LABELS = {{.NAME = std::string(257, 'l')}}; });
   refused([](JOB& job) { job.MODEL.FLOATING_BODIES = {{.NAME = std::string(33, 'f')}}; });
   refused([](JOB& job) { job.MODEL.VESSELS = {{.NAME_CHUNKS = {std::string(33, 'v')}}}; });
@@ -235,19 +229,14 @@ TEST(ModelLayout, WhatTheLayoutCannotHoldIsRefused) {
     job.MODEL.SEABED = {.POINTS = {{}, {}, {}, {}, {}, {}, {}}, .SLOPE = 2.5F};
   });
   refused([](JOB& job) { job.MODEL.PLASTIC_HARDENING_MODELS = {{.W3 = 1, .POINTS = {{}, {}, {}, {}, {}}}}; });
-  refused([](JOB& job) {
-    job.MODEL.PIPE_IN_PIPE = {{{1, 2}, {3, 4}, {5, 6}}};
-    job.RUN.PIP_NODES_PER_PAIR = 2;
-  });
+  refused([](JOB& job) { job.MODEL.PIPE_IN_PIPE = {{{1, 2}, {3, 4}, {5, 6}}}; job.RUN.PIP_NODES_PER_PAIR = 2; });
   refused([](JOB& job) { job.MODEL.INSTALLATION.SETTINGS[0] = 1; });  // settings without criteria
   // Raw blocks that a format does not have, or has with no records.
   const auto raw = [](int32_t k) { return [k](JOB& job) { job.BLOCKS[k] = {RECORD()}; }; };
-  refused(raw(12), header::V841);
-  refused(raw(48), header::V841);
-  refused(raw(52), header::V831);
-  refused(raw(2), header::V815);
-  refused(raw(44), header::V815);
-  refused(raw(13), header::V811);
+  for (const auto& [k, format] : {std::pair{12, &header::V841}, {48, &header::V841}, {52, &header::V831},
+                                   {2, &header::V815}, {44, &header::V815}, {13, &header::V811}}) {
+    refused(raw(k), *format);
+  }
 }
 
 }  // namespace
