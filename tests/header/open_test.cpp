@@ -2,6 +2,8 @@
 // block directory and the dimensions handed on.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <tuple>
 
@@ -39,73 +41,54 @@ class ReaderOpen : public ::testing::Test {
   SCRATCH_DIR dir;
 };
 
-TEST_F(ReaderOpen, DirectoryCopyStopsAtTheCountAndAtTheLastRecord) {
-  // A count of 50 leaves words in the last directory record that are no entries.
-  JOB job;
-  job.NUM_BLOCK_ADDRESSES = 50;
-  builder::FILE_IMAGE image = job.IMAGE(FILE_KIND::MOTION);
-  image.PUT_INT(8, 3, 12345);  // entry 51 would stand here
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  EXPECT_FALSE(OPEN(v861));
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ADDRESSES.size(), 50U);
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(50), job.DIRECTORY().ENTRY(50) - 1);
-
-  // A last directory record of 5 reads entries 1 to 24; the rest stay -1.
-  image = JOB().IMAGE(FILE_KIND::MOTION);
-  image.PUT_INT(1, 2, 5);
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  // The stinger block is read whatever the model holds, and its entry is gone.
-  EXPECT_TRUE(OPEN(v861));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
-            "Error: Database Postprocessing: Unable to read stinger plane data from database header");
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(24), JOB().DIRECTORY().ENTRY(24) - 1);
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(25), -1);
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(52), -1);
-
-  // A last directory record of 2 reads no directory at all, so the first
-  // block has an address before the file and cannot be read.
-  image.PUT_INT(1, 2, 2);
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  EXPECT_TRUE(OPEN(v861));
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ADDRESSES, std::vector<int32_t>(52, -1));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
-}
-
-TEST_F(ReaderOpen, ATruncatedDirectoryRepeatsTheLastRecordItCouldRead) {
-  builder::FILE_IMAGE image = JOB().IMAGE(FILE_KIND::MOTION);
-  image.TRUNCATE(7 * 32);  // directory records 3 to 7 of 3 to 9 remain
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  OPEN(v861);  // the blocks behind the directory are gone; only the directory counts here
-  const auto& entries = *v861.BLOCK_ADDRESSES;
-  // Records 8 and 9 find nothing, so the entries of record 7 are copied again.
-  for (int32_t k = 41; k <= 52; ++k) EXPECT_EQ(entries.ENTRY(k), entries.ENTRY(33 + (k - 41) % 8)) << k;
-  EXPECT_EQ(entries.ENTRY(33), JOB().DIRECTORY().ENTRY(33) - 1);
-}
-
-TEST_F(ReaderOpen, AGarbageCountFailsBeforeAnyAllocation) {
-  builder::FILE_IMAGE image = JOB().IMAGE(FILE_KIND::MOTION);
-  image.PUT_INT(1, 1, 2'000'000'000);
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  ERROR_HANDLING::ERROR3(false, "", "");
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  EXPECT_TRUE(OPEN(v861));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
-  EXPECT_EQ(v861.NUM_BLOCK_ADDRESSES, 2'000'000'000);
-  EXPECT_TRUE(v861.BLOCK_ADDRESSES == nullptr || v861.BLOCK_ADDRESSES->ADDRESSES.empty());
-
-  // A file of the first record alone: the size record finds nothing, so the
-  // first record's words stand for the count (13 entries) and the last
-  // directory record (word 2), which a one-record file cannot hold.
-  JOB tiny;
+// The directory is copied as far as its count, its last record and the file
+// go; a record the file cannot give repeats the last one read, and a count
+// no file could back fails before anything is made.
+TEST_F(ReaderOpen, TheDirectoryIsCopiedAsFarAsItsCountAndTheFileGo) {
+  JOB plain, fifty, tiny;
+  fifty.NUM_BLOCK_ADDRESSES = 50;
   tiny.MOTION.FIRST.WORD_2 = 9;
-  image = tiny.IMAGE(FILE_KIND::MOTION);
-  image.TRUNCATE(32);
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  EXPECT_TRUE(OPEN(v861));
-  EXPECT_EQ(v861.NUM_BLOCK_ADDRESSES, 13);
-  EXPECT_EQ(v861.LAST_DIRECTORY_RECORD, 9);
+  const auto entries = [](const JOB& job, int32_t from, int32_t to) {
+    std::vector<int32_t> read;
+    for (int32_t k = from; k <= to; ++k) read.push_back(k > job.NUM_BLOCK_ADDRESSES ? -1 : job.DIRECTORY().ENTRY(k) - 1);
+    return read;
+  };
+  const auto join = [](std::vector<int32_t> a, const std::vector<int32_t>& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+  };
+  const std::string prefix = "Error: Database Postprocessing: Unable to read ";
+  const std::string header = prefix + "from database header.", stinger = prefix + "stinger plane data from database header";
+  const std::string refused = "Error: Database Postprocessing: Unable to allocate memory for database header data.";
+  struct ROW {
+    const JOB* job;
+    std::function<void(builder::FILE_IMAGE&)> damage;
+    std::string message;  // empty when the open succeeds
+    int32_t count, last_record;
+    std::optional<std::vector<int32_t>> addresses;
+  };
+  const std::vector<ROW> rows{
+      {&fifty, [](auto& image) { image.PUT_INT(8, 3, 12345); }, "", 50, 9, entries(fifty, 1, 50)},
+      {&plain, [](auto& image) { image.PUT_INT(1, 2, 5); }, stinger, 52, 5, join(entries(plain, 1, 24), std::vector(28, -1))},
+      {&plain, [](auto& image) { image.PUT_INT(1, 2, 2); }, header, 52, 2, std::vector(52, -1)},
+      {&plain, [](auto& image) { image.TRUNCATE(7 * 32); }, refused, 52, 9,
+       join(join(entries(plain, 1, 40), entries(plain, 33, 40)), entries(plain, 33, 36))},
+      {&plain, [](auto& image) { image.PUT_INT(1, 1, 2'000'000'000); }, header, 2'000'000'000, 9, std::vector<int32_t>{}},
+      {&tiny, [](auto& image) { image.TRUNCATE(32); }, header, 13, 9, std::nullopt}};
+  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
+  for (const ROW& row : rows) {
+    builder::FILE_IMAGE image = row.job->IMAGE(FILE_KIND::MOTION);
+    row.damage(image);
+    ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
+    ERROR_HANDLING::ERROR3(false, "", "");
+    SCOPED_TRACE(::testing::Message() << "count " << row.count << ", last record " << row.last_record);
+    EXPECT_EQ(OPEN(v861), !row.message.empty());
+    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), row.message);
+    EXPECT_EQ(std::pair(v861.NUM_BLOCK_ADDRESSES, v861.LAST_DIRECTORY_RECORD), std::pair(row.count, row.last_record));
+    if (row.addresses) {
+      EXPECT_EQ(v861.BLOCK_ADDRESSES ? v861.BLOCK_ADDRESSES->ADDRESSES : std::vector<int32_t>{}, *row.addresses);
+    }
+  }
 }
 
 TEST_F(ReaderOpen, ASecondOpenResetsTheHeaderAndReplacesTheDirectory) {
