@@ -44,16 +44,10 @@ void FLAGS(JOB& job, std::initializer_list<int> flags) {
 }
 
 TEST(FrameWalk, EachFormatsFramesAsCountedByHand) {
-  // 3 nodes: 18 displacement words in 3 records, 24 node contact words in 4
-  // or 21 in 3 (7 a node); one record for no auxiliary nodes, the step
-  // record, a vessel, a tail item of 2 records (none without block 2), a set
-  // of 9 auxiliary elements in 2 (none without block 13). Force frame of 2
-  // elements: reactions of no boundary conditions 1 record, flag 5's section
-  // 1, then in V861 flags 18 and 19 (5), the spare record, flag 17 (1), the
-  // step record and 2 dampers; elsewhere the step record alone. Headers:
-  // Element Data at 25, 17, 15, 14 and 41 model records behind it, then 4
-  // records of blocks 46 to 51 in V861, 6 + 1 of blocks 46 and 47 in V821 to
-  // V841.
+  // 3 nodes and 2 elements: node contact words of 8 or 7 a node, the step
+  // records behind the sections of flags 1, 4 and 5; in V861 the force frame
+  // adds flags 17 to 19, the spare record and 2 dampers. The header ends
+  // behind blocks 46 to 51 in V861, 46 and 47 in V821 to V841.
   struct ROW {
     const header::FORMAT_VERSION* FORMAT;
     int64_t CONTACT_WORDS, CONTACT_WORDS_A_NODE, MOTION_RECORDS, MOTION_STEP_LAST, FORCE_RECORDS, FORCE_STEP_LAST;
@@ -206,7 +200,6 @@ TEST(FrameValues, AWordTheFramesDoNotHoldIsRefused) {
       {K::DISPLACEMENT, 3, 1, 1},   // a step the job does not have
       {K::DISPLACEMENT, 0, 1, 1},
       {K::VELOCITY, 1, 1, 1},       // a section the frames do not hold
-      {K::DAMPER, 1, 1, 1},
       {K::MOTION_STEP_RECORD, 1, 2, 1}};
   for (const FRAME_WORD& word : outside) {
     EXPECT_THROW(job.VALUE(word), std::out_of_range) << word;

@@ -91,28 +91,20 @@ TEST_F(ReaderOpen, TheDirectoryIsCopiedAsFarAsItsCountAndTheFileGo) {
   }
 }
 
-TEST_F(ReaderOpen, ASecondOpenResetsTheHeaderAndReplacesTheDirectory) {
+// A second open resets the header and replaces the directory; the reader of
+// another format keeps its own state.
+TEST_F(ReaderOpen, ASecondOpenStartsAfreshAndEachVersionKeepsItsOwnState) {
   TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
   JOB job;
   job.WRITE(STEM());
   EXPECT_FALSE(OPEN(v861));
   v861.NUM_ELEMENTS = 12;
   v861.HDR_14_5 = 1;
-
   job.NUM_BLOCK_ADDRESSES = 60;
   job.WRITE(STEM());
   EXPECT_FALSE(OPEN(v861));
-  EXPECT_EQ(v861.NUM_ELEMENTS, 0);
-  EXPECT_EQ(v861.HDR_14_5, 4);
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->NUM_BLOCKS, 60);
+  EXPECT_EQ(std::tuple(v861.NUM_ELEMENTS, v861.HDR_14_5, v861.BLOCK_ADDRESSES->NUM_BLOCKS), std::tuple(0, 4, 60));
   EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(2), job.DIRECTORY().ENTRY(2) - 1);
-}
-
-TEST_F(ReaderOpen, EachVersionKeepsItsOwnState) {
-  JOB job;
-  job.WRITE(STEM());
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  EXPECT_FALSE(OPEN(v861));
   const std::vector<int32_t> directory = v861.BLOCK_ADDRESSES->ADDRESSES;
 
   JOB older(V841);
@@ -122,14 +114,12 @@ TEST_F(ReaderOpen, EachVersionKeepsItsOwnState) {
   TIDE3_DATABASE_FILES& v841 = V841_TIDE3_DATABASE_FILES();
   v841.OPEN_TIDE3_DATABASE_FILES("older", dir.PATH().string() + "/", failed);
   EXPECT_FALSE(failed);
-  EXPECT_EQ(v841.MOTION_DB_VERSION, 11);
-  EXPECT_EQ(v841.ANALYSIS_DETAIL_2, 5);
+  EXPECT_EQ(std::tuple(v841.MOTION_DB_VERSION, v841.ANALYSIS_DETAIL_2, v841.NUM_BLOCK_ADDRESSES), std::tuple(11, 5, 0))
+      << "this format has no directory in its files";
   ASSERT_NE(v841.BLOCK_ADDRESSES, nullptr) << "the table computed from the counts";
   EXPECT_EQ(v841.BLOCK_ADDRESSES->NUM_BLOCKS, 48);
-  EXPECT_EQ(v841.NUM_BLOCK_ADDRESSES, 0) << "this format has no directory in its files";
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ADDRESSES, directory);
-  EXPECT_EQ(v861.ANALYSIS_DETAIL_2, 0);
-  EXPECT_TRUE(v861.MOTION_FILE.IS_OPEN());
+  EXPECT_EQ(std::tuple(v861.BLOCK_ADDRESSES->ADDRESSES, v861.ANALYSIS_DETAIL_2, v861.MOTION_FILE.IS_OPEN()),
+            std::tuple(directory, 0, true));
 }
 
 TEST_F(ReaderOpen, FailuresToOpenAreReportedWithTheFormatsMessage) {
