@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <ostream>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -15,12 +14,6 @@
 #include "builder/job.h"
 
 namespace tmrdar::builder {
-
-void PrintTo(const FRAME_SECTION& s, std::ostream* out) {
-  *out << NAME_OF(s.KIND) << " from " << s.FIRST_WORD << ", " << s.WORDS << " words, " << s.WORDS_PER_ENTRY
-       << " an entry, " << s.ENTRIES << " entries";
-}
-
 namespace {
 
 using K = SECTION_KIND;
@@ -185,7 +178,6 @@ TEST(FrameValues, ValuesSetByNameAndByTheFrameFunctionAreWritten) {
   EXPECT_EQ(at(motion, {K::NODE_CONTACT, 5, 2, 8}), 5002.0F);
   EXPECT_EQ(at(motion, {K::NODE_CONTACT, 6, 1, 8}), -1.0F);
   EXPECT_EQ(at(motion, {K::NODE_CONTACT, 6, 2, 7}), job.VALUE({K::NODE_CONTACT, 6, 2, 7}));
-  EXPECT_TRUE(job.WORD_OF_DEFAULT(job.VALUE({K::NODE_CONTACT, 6, 2, 7})).has_value());
 }
 
 TEST(FrameValues, AWordTheFramesDoNotHoldIsRefused) {

@@ -50,7 +50,7 @@ TEST_F(ReaderOpen, TheDirectoryIsCopiedAsFarAsItsCountAndTheFileGo) {
   tiny.MOTION.FIRST.WORD_2 = 9;
   const auto entries = [](const JOB& job, int32_t from, int32_t to) {
     std::vector<int32_t> read;
-    for (int32_t k = from; k <= to; ++k) read.push_back(k > job.NUM_BLOCK_ADDRESSES ? -1 : job.DIRECTORY().ENTRY(k) - 1);
+    for (int32_t k = from; k <= to; ++k) read.push_back(job.DIRECTORY().ENTRY(k) - 1);
     return read;
   };
   const auto join = [](std::vector<int32_t> a, const std::vector<int32_t>& b) {
@@ -58,7 +58,8 @@ TEST_F(ReaderOpen, TheDirectoryIsCopiedAsFarAsItsCountAndTheFileGo) {
     return a;
   };
   const std::string prefix = "Error: Database Postprocessing: Unable to read ";
-  const std::string header = prefix + "from database header.", stinger = prefix + "stinger plane data from database header";
+  const std::string header = prefix + "from database header.";
+  const std::string stinger = prefix + "stinger plane data from database header";
   const std::string refused = "Error: Database Postprocessing: Unable to allocate memory for database header data.";
   struct ROW {
     const JOB* job;
@@ -69,11 +70,13 @@ TEST_F(ReaderOpen, TheDirectoryIsCopiedAsFarAsItsCountAndTheFileGo) {
   };
   const std::vector<ROW> rows{
       {&fifty, [](auto& image) { image.PUT_INT(8, 3, 12345); }, "", 50, 9, entries(fifty, 1, 50)},
-      {&plain, [](auto& image) { image.PUT_INT(1, 2, 5); }, stinger, 52, 5, join(entries(plain, 1, 24), std::vector(28, -1))},
+      {&plain, [](auto& image) { image.PUT_INT(1, 2, 5); }, stinger, 52, 5,
+       join(entries(plain, 1, 24), std::vector(28, -1))},
       {&plain, [](auto& image) { image.PUT_INT(1, 2, 2); }, header, 52, 2, std::vector(52, -1)},
       {&plain, [](auto& image) { image.TRUNCATE(7 * 32); }, refused, 52, 9,
        join(join(entries(plain, 1, 40), entries(plain, 33, 40)), entries(plain, 33, 36))},
-      {&plain, [](auto& image) { image.PUT_INT(1, 1, 2'000'000'000); }, header, 2'000'000'000, 9, std::vector<int32_t>{}},
+      {&plain, [](auto& image) { image.PUT_INT(1, 1, 2'000'000'000); }, header, 2'000'000'000, 9,
+       std::vector<int32_t>{}},
       {&tiny, [](auto& image) { image.TRUNCATE(32); }, header, 13, 9, std::nullopt}};
   TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
   for (const ROW& row : rows) {
@@ -84,7 +87,8 @@ TEST_F(ReaderOpen, TheDirectoryIsCopiedAsFarAsItsCountAndTheFileGo) {
     SCOPED_TRACE(::testing::Message() << "count " << row.count << ", last record " << row.last_record);
     EXPECT_EQ(OPEN(v861), !row.message.empty());
     EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), row.message);
-    EXPECT_EQ(std::pair(v861.NUM_BLOCK_ADDRESSES, v861.LAST_DIRECTORY_RECORD), std::pair(row.count, row.last_record));
+    EXPECT_EQ(std::pair(v861.NUM_BLOCK_ADDRESSES, v861.LAST_DIRECTORY_RECORD),
+              std::pair(row.count, row.last_record));
     if (row.addresses) {
       EXPECT_EQ(v861.BLOCK_ADDRESSES ? v861.BLOCK_ADDRESSES->ADDRESSES : std::vector<int32_t>{}, *row.addresses);
     }

@@ -75,18 +75,6 @@ TEST_P(RunControlOfEachFormat, EveryFieldLandsInItsVariable) {
 
 TMRDAR_FOR_EVERY_FORMAT(RunControlOfEachFormat);
 
-TEST_F(RunControl, NoTimeStepsStopsTheHeaderWithTheCountsKept) {
-  JOB job;
-  job.RUN.NUM_TIME_STEPS = 0;
-  job.RUN.NUM_NODES = 9;
-  job.RUN.NUM_LABELS = 2;
-  EXPECT_TRUE(OPEN(job));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
-            "Error: Database Postprocessing: No solution time steps were outputted to the database.");
-  EXPECT_EQ(db.NUM_NODES, 9);
-  EXPECT_EQ(db.NUM_LABELS, 2);
-}
-
 TEST_F(RunControl, ABlockPastTheEndOfTheFileReadsStaleWords) {
   // Block 7 placed behind the end of the file reads nothing: its two words
   // keep what block 6 left in the buffer, the element and node counts.

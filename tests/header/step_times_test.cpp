@@ -31,16 +31,6 @@ TEST_F(StepTimes, TheTimeListReplacesTheRunSpan) {
   EXPECT_EQ(db.HDR_4_2, 99.0F) << "the stored end time stays";
 }
 
-TEST_F(StepTimes, AStepBeforeTheStartOfTheFileFailsTheHeader) {
-  JOB job;
-  job.RUN.NUM_TIME_STEPS = 2;
-  job.RUN.RESULT_START_RECORD = 1;  // block 3 as written, no frames behind the header
-  job.RUN.MOTION_STEP_RECORDS = 1;
-  job.RUN.NUM_VESSELS = 3;  // the step record of frame 1 would end 3 records before the first
-  EXPECT_TRUE(OPEN(job));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read record from database.");
-}
-
 TEST_F(StepTimes, AWordIsPlaceWordMinusEightTimesItsRecordLessOne) {
   JOB job;
   job.MOTION.FIRST.FILE_WORDS = {1, 2, 3, 4, 0x3F800000};  // word 8 of the first record holds 1.0F
@@ -63,11 +53,9 @@ TEST_F(StepTimes, AWordIsPlaceWordMinusEightTimesItsRecordLessOne) {
   }
 }
 
-// Before V841 the start record and a file's offset are summed in 32 bits:
-// 2^31 - 1 and 7 wrap to 6 - 2^31, and with frames of 2^31 - 1 records the
-// first frame ends at record 5, whose first word, in block 4 of these files,
-// is the stored start time. In 64 bits the same frame lies far behind the
-// file, where the record file finds nothing but zeros.
+// Before V841 the start record and a file's offset are summed in 32 bits: the
+// first frame wraps round to end at record 5, whose first word (block 4) is
+// the stored start time; in 64 bits it lies far behind the file, all zeros.
 TEST(StartRecords, SumIn32BitsBeforeV841) {
   for (const FORMAT_VERSION* format : {&V831, &V841}) {
     testing::SCRATCH_DIR dir;
