@@ -1,6 +1,5 @@
-// The result frames as the builder writes them: each format's frames
-// against counts worked by hand, the value of its own that every word holds,
-// values set by name, and words the frames do not hold.
+// The result frames as the builder writes them: counts worked by hand, the
+// value of its own that every word holds, values set by name, words refused.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -123,11 +122,10 @@ TEST(FrameWords, EveryWordHoldsAValueThatNamesIt) {
         const FRAME_WORD word = WORD_AT(layout, n, k);
         ASSERT_EQ(value, job.VALUE(word)) << word;
         ASSERT_EQ(job.WORD_NUMBER(word), 8 * v.RESULT_START_RECORD + (n - 1) * words + k) << word;
-        if (word.SECTION == K::MOTION_STEP_RECORD || word.SECTION == K::FORCE_STEP_RECORD) {
-          if (word.COMPONENT == STEP_WORD::TIME) {
-            EXPECT_EQ(value, job.STEP_TIME(n));
-            continue;
-          }
+        if ((word.SECTION == K::MOTION_STEP_RECORD || word.SECTION == K::FORCE_STEP_RECORD) &&
+            word.COMPONENT == STEP_WORD::TIME) {
+          EXPECT_EQ(value, job.STEP_TIME(n));
+          continue;
         }
         EXPECT_NE(value, 0.0F) << word;
         EXPECT_TRUE(seen.insert(value).second) << word << " repeats " << value;
@@ -199,8 +197,7 @@ TEST(FrameValues, AWordTheFramesDoNotHoldIsRefused) {
     set.RESULTS.SET(word, 1.0F);
     EXPECT_THROW(set.IMAGE(word.FILE()), std::invalid_argument) << word;
   }
-  // The words behind the last entry are the section's own: entry 4,
-  // components 1 to 6 of which 1 to 6 lie within its 24 words.
+  // The words behind the last entry are the section's own: entry 4 of 24 words.
   EXPECT_NO_THROW(job.VALUE({K::DISPLACEMENT, 2, 4, 6}));
   // With the start record set no frames are written.
   job.RUN.RESULT_START_RECORD = 40;

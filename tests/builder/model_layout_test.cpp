@@ -33,10 +33,8 @@ std::string TEXT_AT(const FILE_IMAGE& image, int64_t record, std::size_t bytes) 
   return {first, bytes};
 }
 
-// One description for every format: a little of most blocks, rows of the
-// blocks that older formats lack (DSP harmonics in V811, dampers, a plastic
-// hardening model, a binary item), and counts for the blocks that the model
-// does not describe.
+// A little of most blocks, rows of those older formats lack, and counts for
+// the blocks the model does not describe.
 JOB SMALL_IN_EVERY_FORMAT(const header::FORMAT_VERSION& format) {
   JOB job(format);
   MODEL& m = job.MODEL;
@@ -80,19 +78,16 @@ TEST(ModelLayout, EachFormatPlacesTheBlocksAtItsOwnRecords) {
     int32_t HDR_14_7;
     int32_t ITEMS;
   };
+  const std::map<int32_t, int64_t> v84x{  // V841 and V831 alike
+      {2, 2},   {3, 3},   {12, -1}, {13, 12}, {14, 13}, {15, 14}, {16, 17}, {19, 25}, {24, 29}, {25, 30}, {26, 31},
+      {28, 42}, {34, 51}, {40, 73}, {41, 74}, {43, 76}, {44, 77}, {46, 79}, {47, 85}, {48, -1}, {51, -1}, {52, 87}};
   const std::vector<ROW> rows{
       {&header::V861,
        {{2, 9},   {3, 10},  {12, 19}, {13, 20}, {14, 21}, {15, 22}, {16, 25}, {19, 33}, {24, 37}, {25, 38}, {26, 39},
         {28, 50}, {34, 59}, {40, 81}, {41, 82}, {43, 84}, {44, 85}, {46, 87}, {47, 88}, {48, 90}, {51, 93}, {52, 94}},
        97, 3, true, 147, 1},
-      {&header::V841,
-       {{2, 2},   {3, 3},   {12, -1}, {13, 12}, {14, 13}, {15, 14}, {16, 17}, {19, 25}, {24, 29}, {25, 30}, {26, 31},
-        {28, 42}, {34, 51}, {40, 73}, {41, 74}, {43, 76}, {44, 77}, {46, 79}, {47, 85}, {48, -1}, {51, -1}, {52, 87}},
-       90, 3, true, 0, 1},
-      {&header::V831,
-       {{2, 2},   {3, 3},   {12, -1}, {13, 12}, {14, 13}, {15, 14}, {16, 17}, {19, 25}, {24, 29}, {25, 30}, {26, 31},
-        {28, 42}, {34, 51}, {40, 73}, {41, 74}, {43, 76}, {44, 77}, {46, 79}, {47, 85}, {48, -1}, {51, -1}, {52, 87}},
-       87, 3, false, 147, 0},
+      {&header::V841, v84x, 90, 3, true, 0, 1},
+      {&header::V831, v84x, 87, 3, false, 147, 0},
       {&header::V821,
        {{2, 2},   {3, 3},   {12, -1}, {13, 12}, {14, 13}, {15, 14}, {16, 17}, {19, 25}, {24, 29}, {25, 30}, {26, 31},
         {28, 42}, {34, 51}, {40, 71}, {41, 72}, {43, 74}, {44, 75}, {46, 77}, {47, 83}, {48, -1}, {51, -1}, {52, 85}},

@@ -49,8 +49,7 @@ TEST_P(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
     }
     if (round % 5 == 0) image.TRUNCATE(next() % good.BYTES().size());
     ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    // A header that fails before its tables are made keeps those of the
-    // last one; the tables looked at below are this file's own.
+    // The tables looked at below are this file's own.
     db.DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
     failed = false;
     ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "(none)");
@@ -72,7 +71,6 @@ TEST_P(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
     for (const auto& set : t.ELEMENT_SET_MEMBERS) members += set.size();
     EXPECT_LE(members, words) << "round " << round;
   }
-  // Both ends are reached often: reads that fail and damaged headers that open.
   EXPECT_GT(failures, 50);
   EXPECT_LT(failures, 550);
   db.CLOSE_TIDE3_DATABASE_FILES();

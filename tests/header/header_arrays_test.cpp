@@ -1,6 +1,5 @@
 // The tables of a header: made from the counts as far as the file can back
-// them, replaced whole by the next header of the same format, and indexed so
-// that a lookup gives the first row that holds a number.
+// them, replaced whole by the next header, and indexed by number.
 #include <cmath>
 #include <string>
 #include <vector>
@@ -29,8 +28,7 @@ TEST_F(HeaderArrays, EndsAndCoordinatesAlwaysHaveRoomForWhatTheBlocksGive) {
   job.RUN.NODES_PER_ELEMENT = 1;
   job.RUN.COORDS_PER_NODE = 0;
   ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-  EXPECT_TRUE(db.TABLES.ELEMENT_NODES.CONTAINS(2, 2));
-  EXPECT_TRUE(db.TABLES.NODE_COORDINATES.CONTAINS(3, 2));
+  EXPECT_TRUE(db.TABLES.ELEMENT_NODES.CONTAINS(2, 2) && db.TABLES.NODE_COORDINATES.CONTAINS(3, 2));
 }
 
 // A count, or a length within a block, that no file of this size could hold
@@ -95,8 +93,8 @@ TEST_F(HeaderArrays, ASecondHeaderReplacesTheFirstAndAFailedOneKeepsIt) {
   JOB second;
   second.RUN.NUM_NODES = 2;
   ASSERT_FALSE(OPEN(second));
-  EXPECT_EQ(db.TABLES.NODE_NUMBERS.EXTENT(1), 2);
-  EXPECT_EQ(db.TABLES.TIME_LIST.EXTENT(), 1);
+  EXPECT_EQ(std::pair(db.TABLES.NODE_NUMBERS.EXTENT(1), db.TABLES.TIME_LIST.EXTENT()),
+            std::pair(int64_t{2}, int64_t{1}));
 
   // A header without steps stops before the tables are released.
   JOB empty;
@@ -105,8 +103,7 @@ TEST_F(HeaderArrays, ASecondHeaderReplacesTheFirstAndAFailedOneKeepsIt) {
   EXPECT_TRUE(OPEN(empty));
   EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
             "Error: Database Postprocessing: No solution time steps were outputted to the database.");
-  EXPECT_EQ(db.NUM_NODES, 9);
-  EXPECT_EQ(db.TABLES.NODE_NUMBERS.EXTENT(1), 2);
+  EXPECT_EQ(std::pair(db.NUM_NODES, db.TABLES.NODE_NUMBERS.EXTENT(1)), std::pair(9, int64_t{2}));
 
   db.DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
   EXPECT_FALSE(db.TABLES.NODE_NUMBERS.ALLOCATED());

@@ -1,8 +1,6 @@
-// A model with a row in every header block, written by the builder in each
-// format's layout and read back field for field by that format's reader:
-// each value is a different small number, so a word read from the wrong
-// place of the file cannot pass for the right one. What a format has no
-// block for reads as empty.
+// The every-block model written in each format's layout and read back field
+// for field by that format's reader; what a format has no block for reads as
+// empty.
 #include <bit>
 #include <string>
 #include <tuple>

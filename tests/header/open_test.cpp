@@ -154,11 +154,10 @@ TEST_F(ReaderOpen, TheOldestFormatsReadThroughTheFrameUnits) {
   job.WRITE(STEM());
   TIDE3_DATABASE_FILES& v811 = V811_TIDE3_DATABASE_FILES();
   EXPECT_FALSE(OPEN(v811));
-  EXPECT_TRUE(IO_UNITS::UNIT(IO_UNITS::FORCE_UNIT).IS_OPEN());
-  EXPECT_FALSE(v811.FORCE_FILE.IS_OPEN());
-  EXPECT_EQ(v811.FORCE_DB_VERSION, 3);
-  EXPECT_EQ(v811.ANALYSIS_DETAIL_2, 21);
-  EXPECT_EQ(v811.FILE_WORDS, (std::array<int32_t, 5>{1, 2, 3, 4, 5}));
+  EXPECT_EQ(std::pair(IO_UNITS::UNIT(IO_UNITS::FORCE_UNIT).IS_OPEN(), v811.FORCE_FILE.IS_OPEN()),
+            std::pair(true, false));
+  EXPECT_EQ(std::tuple(v811.FORCE_DB_VERSION, v811.ANALYSIS_DETAIL_2, v811.FILE_WORDS),
+            std::tuple(3, 21, std::array<int32_t, 5>{1, 2, 3, 4, 5}));
   v811.CLOSE_TIDE3_DATABASE_FILES();
   EXPECT_FALSE(IO_UNITS::UNIT(IO_UNITS::FORCE_UNIT).IS_OPEN());
 }
@@ -177,13 +176,11 @@ TEST_F(ReaderOpen, DimensionsNeedRoomForFourteen) {
   int32_t required = 0;
   bool failed = false;
   v861.UPDATE_DIMENSIONS(dims, required, failed);
-  EXPECT_TRUE(failed);
-  EXPECT_EQ(required, 14);
-  EXPECT_EQ(dims, std::vector<int32_t>(13, -1));
+  EXPECT_EQ(std::tuple(failed, required, dims), std::tuple(true, 14, std::vector<int32_t>(13, -1)));
   dims.assign(15, -1);
   v861.UPDATE_DIMENSIONS(dims, required, failed);
-  EXPECT_FALSE(failed);
-  EXPECT_EQ(dims, (std::vector<int32_t>{100, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2, 3, -1}));
+  EXPECT_EQ(std::pair(failed, dims),
+            std::pair(false, std::vector<int32_t>{100, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2, 3, -1}));
   const HEADER_DATA::STATE& data = HEADER_DATA::DATA();
   EXPECT_EQ(std::tuple(data.ANALYSIS_DETAIL_2, data.ANALYSIS_TITLE_LENGTH, data.ANALYSIS_TITLE.TRIMMED()),
             std::tuple(8, 5, std::string_view("Riser")));

@@ -38,17 +38,14 @@ TEST_F(StepTimes, AWordIsPlaceWordMinusEightTimesItsRecordLessOne) {
   float value = -1.0F;
   bool error = true;
   db.READIN(1, 8, value, error);
-  EXPECT_FALSE(error);
-  EXPECT_EQ(value, 1.0F);
+  EXPECT_EQ(std::pair(value, error), std::pair(1.0F, false));
   db.READIN(0, 9, value, error);  // the motion file stays selected
-  EXPECT_FALSE(error);
-  EXPECT_EQ(std::bit_cast<int32_t>(value), job.NUM_BLOCK_ADDRESSES) << "word 1 of record 2";
+  EXPECT_EQ(std::pair(std::bit_cast<int32_t>(value), error), std::pair(job.NUM_BLOCK_ADDRESSES, false));
 
   for (const int64_t word : {int64_t{0}, int64_t{-1}, int64_t{-7}, int64_t{-8}, std::numeric_limits<int64_t>::max()}) {
     value = 7.0F;
     db.READIN(1, word, value, error);
-    EXPECT_TRUE(error) << word;
-    EXPECT_EQ(value, 7.0F) << word;
+    EXPECT_EQ(std::pair(value, error), std::pair(7.0F, true)) << word;
     EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read record from database.");
   }
 }
