@@ -1,11 +1,10 @@
 // The tables of a header: made from the counts as far as the file can back
-// them, replaced whole by the next header of the same format, and indexed so
-// that a lookup gives the first row that holds a number.
+// them, replaced whole by the next header, and indexed by number.
 #include <cmath>
-#include <limits>
 #include <string>
 #include <vector>
 
+#include "every_block_job.h"
 #include "header/number_index.h"
 #include "header_test.h"
 
@@ -23,67 +22,65 @@ class HeaderArrays : public HEADER_TEST {
   bool OPEN(const JOB& job) { return OPEN_WRITTEN(job); }
 };
 
-TEST_F(HeaderArrays, TablesTakeTheirShapesFromTheCounts) {
-  JOB job;
-  job.RUN.NUM_ELEMENTS = 4;
-  job.RUN.NUM_NODES = 5;
-  job.RUN.NUM_DSP_WAVE_HARMONICS = 3;
-  job.RUN.PIP_NODES_PER_PAIR = 2;
-  job.RUN.NUM_PIPE_IN_PIPE = 3;
-  job.RUN.NUM_LABELS = -2;
-  job.RUN.NUM_TIME_STEPS = 7;
-  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-  const HEADER_TABLES& t = db.TABLES;
-  EXPECT_EQ(t.ELEMENT_NODES.EXTENT(1), 4);
-  EXPECT_EQ(t.ELEMENT_NODES.EXTENT(2), 2);
-  EXPECT_EQ(t.NODE_COORDINATES.EXTENT(1), 3);
-  EXPECT_EQ(t.NODE_COORDINATES.EXTENT(2), 5);
-  EXPECT_EQ(t.DSP_WAVE_HARMONICS.EXTENT(1), 5) << "five values a harmonic, first";
-  EXPECT_EQ(t.DSP_WAVE_HARMONICS.EXTENT(2), 3);
-  EXPECT_EQ(t.PIP_DATA.SIZE(), 2U * 2U * 3U);
-  EXPECT_TRUE(t.LABEL_NAMES.ALLOCATED()) << "a negative count makes an empty table";
-  EXPECT_EQ(t.LABEL_NAMES.SIZE(), 0U);
-  EXPECT_EQ(t.TIME_LIST.EXTENT(), 7);
-  EXPECT_FALSE(t.TARGET_SPECTRUM.ALLOCATED()) << "made by its reader only when a spectrum is present";
-}
-
 TEST_F(HeaderArrays, EndsAndCoordinatesAlwaysHaveRoomForWhatTheBlocksGive) {
   JOB job;
-  job.RUN.NUM_ELEMENTS = 2;
-  job.RUN.NUM_NODES = 2;
+  job.RUN.NUM_ELEMENTS = job.RUN.NUM_NODES = 2;
   job.RUN.NODES_PER_ELEMENT = 1;
   job.RUN.COORDS_PER_NODE = 0;
   ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-  EXPECT_TRUE(db.TABLES.ELEMENT_NODES.CONTAINS(2, 2));
-  EXPECT_TRUE(db.TABLES.NODE_COORDINATES.CONTAINS(3, 2));
+  EXPECT_TRUE(db.TABLES.ELEMENT_NODES.CONTAINS(2, 2) && db.TABLES.NODE_COORDINATES.CONTAINS(3, 2));
 }
 
-// Counts that no file of this size could hold are refused before they size
-// anything; the counts stay for the host to see.
-TEST_F(HeaderArrays, CountsTheFileCannotBackAreRefused) {
-  struct CASE {
+// A count, or a length within a block, that no file of this size could hold
+// is refused before it sizes anything; a header count stays for the host.
+TEST_F(HeaderArrays, WhatTheFileCannotBackIsRefused) {
+  const std::string prefix = "Error: Database Postprocessing: Unable to allocate memory for ";
+  const std::string models = prefix + "plastic hardening models.", items = prefix + "seabed database header data.";
+  struct ROW {
+    int32_t block, record, word;  // the word given 2,000,000,000
     int32_t HEADER_VARIABLES::*count;
-    int32_t block;
-    int word;
+    std::string message;
   };
-  for (const CASE& c : std::vector<CASE>{{&HEADER_VARIABLES::NUM_ELEMENTS, 6, 1},
-                                         {&HEADER_VARIABLES::NUM_NODES, 6, 2},
-                                         {&HEADER_VARIABLES::NUM_ELEMENT_SETS, 6, 7},
-                                         {&HEADER_VARIABLES::NUM_TIME_STEPS, 7, 1},
-                                         {&HEADER_VARIABLES::NUM_SEABED_POINTS, 8, 4},
-                                         {&HEADER_VARIABLES::NUM_DAMPER_ELEMENTS, 12, 1}}) {
-    JOB job;
-    job.FORCE.PRESENT = false;
+  const std::vector<ROW> rows{{6, 0, 1, &HEADER_VARIABLES::NUM_ELEMENTS, std::string(ALLOCATION_FAILURE)},
+                              {6, 0, 2, &HEADER_VARIABLES::NUM_NODES, std::string(ALLOCATION_FAILURE)},
+                              {6, 0, 7, &HEADER_VARIABLES::NUM_ELEMENT_SETS, std::string(ALLOCATION_FAILURE)},
+                              {7, 0, 1, &HEADER_VARIABLES::NUM_TIME_STEPS, std::string(ALLOCATION_FAILURE)},
+                              {8, 0, 4, &HEADER_VARIABLES::NUM_SEABED_POINTS, std::string(ALLOCATION_FAILURE)},
+                              {12, 0, 1, &HEADER_VARIABLES::NUM_DAMPER_ELEMENTS, std::string(ALLOCATION_FAILURE)},
+                              {14, 0, 1, nullptr, prefix + "target spectrum database header data."},
+                              {27, 8, 1, nullptr, std::string(ALLOCATION_FAILURE)},  // the node set's count
+                              {48, 0, 2, &HEADER_VARIABLES::NUM_PLASTIC_HARDENING_MODELS, models},
+                              {49, 2, 3, nullptr, models},  // the third curve's points
+                              {2, 0, 7, &HEADER_VARIABLES::NUM_BINARY_ITEMS, items},
+                              {52, 0, 3, nullptr, items},  // the length of an item passed over
+                              {52, 4, 3, nullptr, items}};  // and of the seabed item
+  const JOB job = EVERY_BLOCK_JOB();
+  for (const ROW& row : rows) {
     builder::FILE_IMAGE image = job.IMAGE(FILE_KIND::MOTION);
-    image.PUT_INT(job.DIRECTORY().ENTRY(c.block) - 1, c.word, 2'000'000'000);
+    image.PUT_INT(job.DIRECTORY().ENTRY(row.block) - 1 + row.record, row.word, 2'000'000'000);
     ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    const std::string what = "block " + std::to_string(c.block) + " word " + std::to_string(c.word);
+    const std::string what = "block " + std::to_string(row.block) + " word " + std::to_string(row.word);
     EXPECT_TRUE(REOPEN()) << what;
-    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), ALLOCATION_FAILURE) << what;
-    EXPECT_EQ(db.*c.count, 2'000'000'000) << what;
+    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), row.message) << what;
+    if (row.count != nullptr) {
+      EXPECT_EQ(db.*row.count, 2'000'000'000) << what;
+    }
     EXPECT_LT(db.TABLES.TIME_LIST.SIZE() + db.TABLES.ELEMENT_LENGTH.SIZE() + db.TABLES.NODE_NUMBERS.SIZE(), 100U)
         << what;
   }
+
+  // A curve of 4F points, F the records of the file, would stand in F records
+  // but takes F + 1 by its count; one point fewer takes F and is read.
+  JOB edge;
+  edge.BLOCKS[48] = {builder::RECORD::INTS({0, 1})};
+  edge.RUN.NUM_PLASTIC_HARDENING_MODELS = 1;
+  edge.BLOCKS[49] = {builder::RECORD::INTS({0, 1, 0})};
+  const auto file_records = static_cast<int32_t>(edge.IMAGE(FILE_KIND::MOTION).RECORDS());
+  for (const int32_t points : {4 * file_records - 1, 4 * file_records}) {
+    edge.BLOCKS[49] = {builder::RECORD::INTS({0, 1, points})};
+    EXPECT_EQ(OPEN(edge), points == 4 * file_records) << points << ": " << ERROR_HANDLING::LAST_MESSAGE();
+  }
+  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), models);
 }
 
 TEST_F(HeaderArrays, ASecondHeaderReplacesTheFirstAndAFailedOneKeepsIt) {
@@ -96,16 +93,17 @@ TEST_F(HeaderArrays, ASecondHeaderReplacesTheFirstAndAFailedOneKeepsIt) {
   JOB second;
   second.RUN.NUM_NODES = 2;
   ASSERT_FALSE(OPEN(second));
-  EXPECT_EQ(db.TABLES.NODE_NUMBERS.EXTENT(1), 2);
-  EXPECT_EQ(db.TABLES.TIME_LIST.EXTENT(), 1);
+  EXPECT_EQ(std::pair(db.TABLES.NODE_NUMBERS.EXTENT(1), db.TABLES.TIME_LIST.EXTENT()),
+            std::pair(int64_t{2}, int64_t{1}));
 
   // A header without steps stops before the tables are released.
   JOB empty;
   empty.RUN.NUM_NODES = 9;
   empty.RUN.NUM_TIME_STEPS = 0;
   EXPECT_TRUE(OPEN(empty));
-  EXPECT_EQ(db.NUM_NODES, 9);
-  EXPECT_EQ(db.TABLES.NODE_NUMBERS.EXTENT(1), 2);
+  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
+            "Error: Database Postprocessing: No solution time steps were outputted to the database.");
+  EXPECT_EQ(std::pair(db.NUM_NODES, db.TABLES.NODE_NUMBERS.EXTENT(1)), std::pair(9, int64_t{2}));
 
   db.DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
   EXPECT_FALSE(db.TABLES.NODE_NUMBERS.ALLOCATED());
@@ -122,57 +120,17 @@ TEST_F(HeaderArrays, TheOpenPlacesIntegrationPointsAlongEachElement) {
   job.RUN.SHAPE_FUNCTION_ORDER = 3;
   ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
   const TABLE<double, 2>& points = db.TABLES.INTEGRATION_POINTS;
-  ASSERT_EQ(points.EXTENT(1), 10);
-  ASSERT_EQ(points.EXTENT(2), 2);
+  ASSERT_EQ(std::pair(points.EXTENT(1), points.EXTENT(2)), std::pair(int64_t{10}, int64_t{2}));
   const double xi = std::sqrt(0.6);
-  EXPECT_NEAR(points(1, 2), 10.0 * (1.0 - xi) / 2.0, 1e-12);
-  EXPECT_NEAR(points(2, 2), 5.0, 1e-12);
-  EXPECT_NEAR(points(3, 2), 10.0 * (1.0 + xi) / 2.0, 1e-12);
+  EXPECT_NEAR(points(1, 2), 5.0 * (1.0 - xi), 1e-12);
   EXPECT_NEAR(points(3, 1), 1.0 + xi, 1e-12);
   for (int64_t i = 4; i <= 10; ++i) EXPECT_EQ(points(i, 1) + points(i, 2), 0.0) << i;
-
   job.RUN.SHAPE_FUNCTION_ORDER = 11;
   ASSERT_FALSE(OPEN(job));
-  EXPECT_EQ(db.TABLES.INTEGRATION_POINTS.SIZE(), 20U);
   EXPECT_EQ(db.TABLES.INTEGRATION_POINTS.DATA(), std::vector<double>(20, 0.0)) << "an order past 10 places none";
-
   job.RUN.SHAPE_FUNCTION_FLAG = 2;
   ASSERT_FALSE(OPEN(job));
   EXPECT_FALSE(db.TABLES.INTEGRATION_POINTS.ALLOCATED());
-}
-
-// The rows of the numbers that the user knows: the first row that holds a
-// number, except that an element number held by its own row is that row.
-TEST_F(HeaderArrays, NumbersFindTheirRows) {
-  builder::JOB job;
-  builder::MODEL& m = job.MODEL;
-  // Elements numbered out of order, 2 twice: in rows 2 and 4, and row 2 is
-  // not its own number's row, so the search from the top finds it first.
-  m.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 30}, {.FILE_NUMBER = 2, .USER_NUMBER = 2},
-                {.FILE_NUMBER = 3, .USER_NUMBER = 10}, {.FILE_NUMBER = 4, .USER_NUMBER = 3},
-                {.FILE_NUMBER = 5, .USER_NUMBER = 3}};
-  m.NODES = {{.FILE_NUMBER = 1, .USER_NUMBER = 7}, {.FILE_NUMBER = 2, .USER_NUMBER = 5},
-             {.FILE_NUMBER = 3, .USER_NUMBER = 7}};
-  m.AUX_ELEMENTS = {{.NUMBER = 4}, {.NUMBER = 9}, {.NUMBER = 9}};
-  m.AUX_NODES = {{.NUMBER = 11}, {.NUMBER = 12}};
-  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-
-  EXPECT_EQ(db.POST_NODE_CODING(7), 1);
-  EXPECT_EQ(db.POST_NODE_CODING(5), 2);
-  EXPECT_EQ(db.POST_NODE_CODING(1), 0) << "a file number is no user's number";
-  EXPECT_EQ(db.POST_AUX_NODE_CODING(12), 2);
-  EXPECT_EQ(db.POST_AUX_NODE_CODING(-12), 0);
-
-  EXPECT_EQ(db.POST_ELEM_CODING(30), 1);
-  EXPECT_EQ(db.POST_ELEM_CODING(2), 2) << "row 2 holds 2";
-  EXPECT_EQ(db.POST_ELEM_CODING(3), 4) << "row 3 holds another number; the first row holding 3 is 4";
-  EXPECT_EQ(db.POST_ELEM_CODING(10), 3);
-  EXPECT_EQ(db.POST_ELEM_CODING(6), 0);
-  EXPECT_EQ(db.POST_ELEM_CODING(0), 0);
-  EXPECT_EQ(db.POST_ELEM_CODING(-9), -2) << "an auxiliary element, its row negated";
-  EXPECT_EQ(db.POST_ELEM_CODING(-30), 0);
-  EXPECT_EQ(db.POST_ELEM_CODING(std::numeric_limits<int32_t>::min()), 0);
-  EXPECT_EQ(db.POST_AUX_ELEM_CODING(4), 1);
 }
 
 TEST(NumberIndex, GivesTheFirstRowOfANumber) {

@@ -1,6 +1,5 @@
-// The fixture of the reader's block tests: a scratch folder, the reader of
-// one format (the directory format unless a test runs over every format),
-// and the open of a job whose directory entries may be made unreadable.
+// The fixture of the reader's block tests: a scratch folder, one format's
+// reader (V861 by default), and the open of a job with unreadable blocks.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,8 +22,7 @@ class HEADER_TEST : public ::testing::Test {
   void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
 
   // Writes the job's motion file with the directory entries `dead` set to
-  // `entry` (by default 0, an address before the file) and opens it; true
-  // when the open failed.
+  // `entry` (0: before the file) and opens it; true when the open failed.
   bool OPEN(const builder::JOB& job, std::initializer_list<int32_t> dead, int32_t entry = 0) {
     builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
     for (const int32_t k : dead) image.PUT_INT(2 + (k - 1) / 8, (k - 1) % 8 + 1, entry);

@@ -2,7 +2,10 @@
 // block directory and the dimensions handed on.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <optional>
 #include <string>
+#include <tuple>
 
 #include "builder/job.h"
 #include "frame/base/error_handling.h"
@@ -38,122 +41,74 @@ class ReaderOpen : public ::testing::Test {
   SCRATCH_DIR dir;
 };
 
-TEST_F(ReaderOpen, LoadsTheDirectoryAsZeroBasedRecords) {
-  JOB job;
-  job.RUN.NUM_ELEMENTS = 3;
-  job.MOTION.FIRST.ANALYSIS_DETAIL_2 = 77;
-  job.MOTION.FIRST.FILE_WORDS = {4, 5, 6, 7, 8};
-  job.FORCE.FIRST.ANALYSIS_DETAIL_2 = 99;
-  job.WRITE(STEM());
-
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  EXPECT_FALSE(OPEN(v861));
-  EXPECT_TRUE(v861.MOTION_FILE_OPEN);
-  EXPECT_TRUE(v861.FORCE_FILE_OPEN);
-  EXPECT_EQ(v861.MOTION_DB_VERSION, 13);
-  EXPECT_EQ(v861.FORCE_DB_VERSION, 0) << "the header comes from the motion file";
-  EXPECT_EQ(v861.ANALYSIS_DETAIL_2, 77);
-  EXPECT_EQ(v861.FILE_WORDS, (std::array<int32_t, 5>{4, 5, 6, 7, 8}));
-  EXPECT_EQ(v861.NUM_BLOCK_ADDRESSES, 52);
-  EXPECT_EQ(v861.LAST_DIRECTORY_RECORD, 9);
-  ASSERT_NE(v861.BLOCK_ADDRESSES, nullptr);
-  const MOD_COMMON_DATABASE::T_BLOCK_ADDRESSES written = job.DIRECTORY();
-  ASSERT_EQ(v861.BLOCK_ADDRESSES->NUM_BLOCKS, 52);
-  for (int32_t k = 1; k <= 52; ++k) EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(k), written.ENTRY(k) - 1) << k;
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(17), 25 + 9) << "block 17 follows 3 records an element";
-}
-
-TEST_F(ReaderOpen, DirectoryCopyStopsAtTheCountAndAtTheLastRecord) {
-  // A count of 50 leaves words in the last directory record that are no entries.
-  JOB job;
-  job.NUM_BLOCK_ADDRESSES = 50;
-  builder::FILE_IMAGE image = job.IMAGE(FILE_KIND::MOTION);
-  image.PUT_INT(8, 3, 12345);  // entry 51 would stand here
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  EXPECT_FALSE(OPEN(v861));
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ADDRESSES.size(), 50U);
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(50), job.DIRECTORY().ENTRY(50) - 1);
-
-  // A last directory record of 5 reads entries 1 to 24; the rest stay -1.
-  image = JOB().IMAGE(FILE_KIND::MOTION);
-  image.PUT_INT(1, 2, 5);
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  // The stinger block is read whatever the model holds, and its entry is gone.
-  EXPECT_TRUE(OPEN(v861));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
-            "Error: Database Postprocessing: Unable to read stinger plane data from database header");
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(24), JOB().DIRECTORY().ENTRY(24) - 1);
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(25), -1);
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(52), -1);
-
-  // A last directory record of 2 reads no directory at all, so the first
-  // block has an address before the file and cannot be read.
-  image.PUT_INT(1, 2, 2);
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  EXPECT_TRUE(OPEN(v861));
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ADDRESSES, std::vector<int32_t>(52, -1));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
-}
-
-TEST_F(ReaderOpen, ATruncatedDirectoryRepeatsTheLastRecordItCouldRead) {
-  builder::FILE_IMAGE image = JOB().IMAGE(FILE_KIND::MOTION);
-  image.TRUNCATE(7 * 32);  // directory records 3 to 7 of 3 to 9 remain
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  OPEN(v861);  // the blocks behind the directory are gone; only the directory counts here
-  const auto& entries = *v861.BLOCK_ADDRESSES;
-  // Records 8 and 9 find nothing, so the entries of record 7 are copied again.
-  for (int32_t k = 41; k <= 52; ++k) EXPECT_EQ(entries.ENTRY(k), entries.ENTRY(33 + (k - 41) % 8)) << k;
-  EXPECT_EQ(entries.ENTRY(33), JOB().DIRECTORY().ENTRY(33) - 1);
-}
-
-TEST_F(ReaderOpen, AGarbageCountFailsBeforeAnyAllocation) {
-  builder::FILE_IMAGE image = JOB().IMAGE(FILE_KIND::MOTION);
-  image.PUT_INT(1, 1, 2'000'000'000);
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  ERROR_HANDLING::ERROR3(false, "", "");
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  EXPECT_TRUE(OPEN(v861));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
-  EXPECT_EQ(v861.NUM_BLOCK_ADDRESSES, 2'000'000'000);
-  EXPECT_TRUE(v861.BLOCK_ADDRESSES == nullptr || v861.BLOCK_ADDRESSES->ADDRESSES.empty());
-
-  // A file of the first record alone: the size record finds nothing, so the
-  // first record's words stand for the count (13 entries) and the last
-  // directory record (word 2), which a one-record file cannot hold.
-  JOB tiny;
+// The directory is copied as far as its count, its last record and the file
+// go; a record the file cannot give repeats the last one read, and a count
+// no file could back fails before anything is made.
+TEST_F(ReaderOpen, TheDirectoryIsCopiedAsFarAsItsCountAndTheFileGo) {
+  JOB plain, fifty, tiny;
+  fifty.NUM_BLOCK_ADDRESSES = 50;
   tiny.MOTION.FIRST.WORD_2 = 9;
-  image = tiny.IMAGE(FILE_KIND::MOTION);
-  image.TRUNCATE(32);
-  ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
-  EXPECT_TRUE(OPEN(v861));
-  EXPECT_EQ(v861.NUM_BLOCK_ADDRESSES, 13);
-  EXPECT_EQ(v861.LAST_DIRECTORY_RECORD, 9);
+  const auto entries = [](const JOB& job, int32_t from, int32_t to) {
+    std::vector<int32_t> read;
+    for (int32_t k = from; k <= to; ++k) read.push_back(job.DIRECTORY().ENTRY(k) - 1);
+    return read;
+  };
+  const auto join = [](std::vector<int32_t> a, const std::vector<int32_t>& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+  };
+  const std::string prefix = "Error: Database Postprocessing: Unable to read ";
+  const std::string header = prefix + "from database header.";
+  const std::string stinger = prefix + "stinger plane data from database header";
+  const std::string refused = "Error: Database Postprocessing: Unable to allocate memory for database header data.";
+  struct ROW {
+    const JOB* job;
+    std::function<void(builder::FILE_IMAGE&)> damage;
+    std::string message;  // empty when the open succeeds
+    int32_t count, last_record;
+    std::optional<std::vector<int32_t>> addresses;
+  };
+  const std::vector<ROW> rows{
+      {&fifty, [](auto& image) { image.PUT_INT(8, 3, 12345); }, "", 50, 9, entries(fifty, 1, 50)},
+      {&plain, [](auto& image) { image.PUT_INT(1, 2, 5); }, stinger, 52, 5,
+       join(entries(plain, 1, 24), std::vector(28, -1))},
+      {&plain, [](auto& image) { image.PUT_INT(1, 2, 2); }, header, 52, 2, std::vector(52, -1)},
+      {&plain, [](auto& image) { image.TRUNCATE(7 * 32); }, refused, 52, 9,
+       join(join(entries(plain, 1, 40), entries(plain, 33, 40)), entries(plain, 33, 36))},
+      {&plain, [](auto& image) { image.PUT_INT(1, 1, 2'000'000'000); }, header, 2'000'000'000, 9,
+       std::vector<int32_t>{}},
+      {&tiny, [](auto& image) { image.TRUNCATE(32); }, header, 13, 9, std::nullopt}};
+  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
+  for (const ROW& row : rows) {
+    builder::FILE_IMAGE image = row.job->IMAGE(FILE_KIND::MOTION);
+    row.damage(image);
+    ASSERT_TRUE(image.WRITE(STEM() + ".dbm"));
+    ERROR_HANDLING::ERROR3(false, "", "");
+    SCOPED_TRACE(::testing::Message() << "count " << row.count << ", last record " << row.last_record);
+    EXPECT_EQ(OPEN(v861), !row.message.empty());
+    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), row.message);
+    EXPECT_EQ(std::pair(v861.NUM_BLOCK_ADDRESSES, v861.LAST_DIRECTORY_RECORD),
+              std::pair(row.count, row.last_record));
+    if (row.addresses) {
+      EXPECT_EQ(v861.BLOCK_ADDRESSES ? v861.BLOCK_ADDRESSES->ADDRESSES : std::vector<int32_t>{}, *row.addresses);
+    }
+  }
 }
 
-TEST_F(ReaderOpen, ASecondOpenResetsTheHeaderAndReplacesTheDirectory) {
+// A second open resets the header and replaces the directory; the reader of
+// another format keeps its own state.
+TEST_F(ReaderOpen, ASecondOpenStartsAfreshAndEachVersionKeepsItsOwnState) {
   TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
   JOB job;
   job.WRITE(STEM());
   EXPECT_FALSE(OPEN(v861));
   v861.NUM_ELEMENTS = 12;
   v861.HDR_14_5 = 1;
-
   job.NUM_BLOCK_ADDRESSES = 60;
   job.WRITE(STEM());
   EXPECT_FALSE(OPEN(v861));
-  EXPECT_EQ(v861.NUM_ELEMENTS, 0);
-  EXPECT_EQ(v861.HDR_14_5, 4);
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->NUM_BLOCKS, 60);
+  EXPECT_EQ(std::tuple(v861.NUM_ELEMENTS, v861.HDR_14_5, v861.BLOCK_ADDRESSES->NUM_BLOCKS), std::tuple(0, 4, 60));
   EXPECT_EQ(v861.BLOCK_ADDRESSES->ENTRY(2), job.DIRECTORY().ENTRY(2) - 1);
-}
-
-TEST_F(ReaderOpen, EachVersionKeepsItsOwnState) {
-  JOB job;
-  job.WRITE(STEM());
-  TIDE3_DATABASE_FILES& v861 = V861_TIDE3_DATABASE_FILES();
-  EXPECT_FALSE(OPEN(v861));
   const std::vector<int32_t> directory = v861.BLOCK_ADDRESSES->ADDRESSES;
 
   JOB older(V841);
@@ -163,14 +118,12 @@ TEST_F(ReaderOpen, EachVersionKeepsItsOwnState) {
   TIDE3_DATABASE_FILES& v841 = V841_TIDE3_DATABASE_FILES();
   v841.OPEN_TIDE3_DATABASE_FILES("older", dir.PATH().string() + "/", failed);
   EXPECT_FALSE(failed);
-  EXPECT_EQ(v841.MOTION_DB_VERSION, 11);
-  EXPECT_EQ(v841.ANALYSIS_DETAIL_2, 5);
+  EXPECT_EQ(std::tuple(v841.MOTION_DB_VERSION, v841.ANALYSIS_DETAIL_2, v841.NUM_BLOCK_ADDRESSES), std::tuple(11, 5, 0))
+      << "this format has no directory in its files";
   ASSERT_NE(v841.BLOCK_ADDRESSES, nullptr) << "the table computed from the counts";
   EXPECT_EQ(v841.BLOCK_ADDRESSES->NUM_BLOCKS, 48);
-  EXPECT_EQ(v841.NUM_BLOCK_ADDRESSES, 0) << "this format has no directory in its files";
-  EXPECT_EQ(v861.BLOCK_ADDRESSES->ADDRESSES, directory);
-  EXPECT_EQ(v861.ANALYSIS_DETAIL_2, 0);
-  EXPECT_TRUE(v861.MOTION_FILE.IS_OPEN());
+  EXPECT_EQ(std::tuple(v861.BLOCK_ADDRESSES->ADDRESSES, v861.ANALYSIS_DETAIL_2, v861.MOTION_FILE.IS_OPEN()),
+            std::tuple(directory, 0, true));
 }
 
 TEST_F(ReaderOpen, FailuresToOpenAreReportedWithTheFormatsMessage) {
@@ -201,11 +154,10 @@ TEST_F(ReaderOpen, TheOldestFormatsReadThroughTheFrameUnits) {
   job.WRITE(STEM());
   TIDE3_DATABASE_FILES& v811 = V811_TIDE3_DATABASE_FILES();
   EXPECT_FALSE(OPEN(v811));
-  EXPECT_TRUE(IO_UNITS::UNIT(IO_UNITS::FORCE_UNIT).IS_OPEN());
-  EXPECT_FALSE(v811.FORCE_FILE.IS_OPEN());
-  EXPECT_EQ(v811.FORCE_DB_VERSION, 3);
-  EXPECT_EQ(v811.ANALYSIS_DETAIL_2, 21);
-  EXPECT_EQ(v811.FILE_WORDS, (std::array<int32_t, 5>{1, 2, 3, 4, 5}));
+  EXPECT_EQ(std::pair(IO_UNITS::UNIT(IO_UNITS::FORCE_UNIT).IS_OPEN(), v811.FORCE_FILE.IS_OPEN()),
+            std::pair(true, false));
+  EXPECT_EQ(std::tuple(v811.FORCE_DB_VERSION, v811.ANALYSIS_DETAIL_2, v811.FILE_WORDS),
+            std::tuple(3, 21, std::array<int32_t, 5>{1, 2, 3, 4, 5}));
   v811.CLOSE_TIDE3_DATABASE_FILES();
   EXPECT_FALSE(IO_UNITS::UNIT(IO_UNITS::FORCE_UNIT).IS_OPEN());
 }
@@ -220,24 +172,18 @@ TEST_F(ReaderOpen, DimensionsNeedRoomForFourteen) {
   v861.NUM_NONLINEAR_E_TABLES = 3;
   v861.NUM_CLASH_PAIRS = 2;
   v861.ANALYSIS_TITLE.ASSIGN("Riser  ");
-
   std::vector<int32_t> dims(13, -1);
   int32_t required = 0;
   bool failed = false;
   v861.UPDATE_DIMENSIONS(dims, required, failed);
-  EXPECT_TRUE(failed);
-  EXPECT_EQ(required, 14);
-  EXPECT_EQ(dims, std::vector<int32_t>(13, -1));
-
+  EXPECT_EQ(std::tuple(failed, required, dims), std::tuple(true, 14, std::vector<int32_t>(13, -1)));
   dims.assign(15, -1);
   v861.UPDATE_DIMENSIONS(dims, required, failed);
-  EXPECT_FALSE(failed);
-  EXPECT_EQ(dims, (std::vector<int32_t>{100, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2, 3, -1}));
+  EXPECT_EQ(std::pair(failed, dims),
+            std::pair(false, std::vector<int32_t>{100, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2, 3, -1}));
   const HEADER_DATA::STATE& data = HEADER_DATA::DATA();
-  EXPECT_EQ(data.ANALYSIS_DETAIL_2, 8);
-  EXPECT_EQ(data.ANALYSIS_TITLE_LENGTH, 5);
-  EXPECT_EQ(data.ANALYSIS_TITLE.TRIMMED(), "Riser");
-  EXPECT_EQ(data.MODEL_DIMENSIONS[0], 100);
+  EXPECT_EQ(std::tuple(data.ANALYSIS_DETAIL_2, data.ANALYSIS_TITLE_LENGTH, data.ANALYSIS_TITLE.TRIMMED()),
+            std::tuple(8, 5, std::string_view("Riser")));
 }
 
 }  // namespace

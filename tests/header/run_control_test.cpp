@@ -9,24 +9,20 @@ namespace tmrdar::header {
 namespace {
 
 using builder::JOB;
-using builder::RECORD;
 using HV = HEADER_VARIABLES;
 
 // Every integer and real that blocks 2 to 15 carry.
 const std::vector<int32_t HV::*> INTEGERS{
-    &HV::TAIL_PAIR_COUNT_A, &HV::TAIL_PAIR_COUNT_B, &HV::NUM_BINARY_ITEMS,   &HV::HDR_2_8,
-    &HV::RESULT_START_RECORD, &HV::HDR_3_4,         &HV::HDR_3_7,            &HV::NUM_PANELS,
-    &HV::PIP_NODES_PER_PAIR, &HV::NUM_NONLINEAR_E_TABLES, &HV::NUM_GUIDE_SURFACES, &HV::NUM_ZERO_GAP_GUIDES,
-    &HV::NUM_PIP_CONNECTIONS, &HV::NUM_PIPE_IN_PIPE, &HV::NUM_CLASH_PAIRS,   &HV::NUM_ELEMENTS,
-    &HV::NUM_NODES,          &HV::NODES_PER_ELEMENT, &HV::COORDS_PER_NODE,   &HV::DOFS_PER_NODE,
-    &HV::NUM_BOUNDARY_CONDITIONS, &HV::NUM_ELEMENT_SETS, &HV::NUM_NODE_SETS, &HV::NUM_TIME_STEPS,
-    &HV::ANALYSIS_DETAIL_1,  &HV::HDR_8_2,           &HV::NUM_SEABED_POINTS, &HV::NUM_WAVE_HARMONICS,
-    &HV::NUM_VESSELS,        &HV::HDR_8_8,           &HV::NUM_AUX_NODES,     &HV::NUM_AUX_ELEMENTS,
-    &HV::NUM_POINT_MASSES,   &HV::NUM_POINT_LOADS,   &HV::NUM_CURRENT_POINTS, &HV::NUM_FLOATING_BODIES,
-    &HV::NUM_INSTALLATION_CRITERIA, &HV::NUM_LABELS, &HV::NUM_DAMPER_ELEMENTS, &HV::HDR_13_1,
-    &HV::NUM_DSP_WAVE_HARMONICS, &HV::HDR_13_3,      &HV::HDR_13_4,          &HV::HDR_13_6,
-    &HV::AUX_ELEMENT_RESULT_SETS, &HV::NUM_TARGET_SPECTRUM_INTERVALS, &HV::HDR_14_3, &HV::HDR_14_4,
-    &HV::HDR_14_7};
+    &HV::TAIL_PAIR_COUNT_A, &HV::TAIL_PAIR_COUNT_B, &HV::NUM_BINARY_ITEMS, &HV::HDR_2_8, &HV::RESULT_START_RECORD,
+    &HV::HDR_3_4, &HV::HDR_3_7, &HV::NUM_PANELS, &HV::PIP_NODES_PER_PAIR, &HV::NUM_NONLINEAR_E_TABLES,
+    &HV::NUM_GUIDE_SURFACES, &HV::NUM_ZERO_GAP_GUIDES, &HV::NUM_PIP_CONNECTIONS, &HV::NUM_PIPE_IN_PIPE,
+    &HV::NUM_CLASH_PAIRS, &HV::NUM_ELEMENTS, &HV::NUM_NODES, &HV::NODES_PER_ELEMENT, &HV::COORDS_PER_NODE,
+    &HV::DOFS_PER_NODE, &HV::NUM_BOUNDARY_CONDITIONS, &HV::NUM_ELEMENT_SETS, &HV::NUM_NODE_SETS, &HV::NUM_TIME_STEPS,
+    &HV::ANALYSIS_DETAIL_1, &HV::HDR_8_2, &HV::NUM_SEABED_POINTS, &HV::NUM_WAVE_HARMONICS, &HV::NUM_VESSELS,
+    &HV::HDR_8_8, &HV::NUM_AUX_NODES, &HV::NUM_AUX_ELEMENTS, &HV::NUM_POINT_MASSES, &HV::NUM_POINT_LOADS,
+    &HV::NUM_CURRENT_POINTS, &HV::NUM_FLOATING_BODIES, &HV::NUM_INSTALLATION_CRITERIA, &HV::NUM_LABELS,
+    &HV::NUM_DAMPER_ELEMENTS, &HV::HDR_13_1, &HV::NUM_DSP_WAVE_HARMONICS, &HV::HDR_13_3, &HV::HDR_13_4, &HV::HDR_13_6,
+    &HV::AUX_ELEMENT_RESULT_SETS, &HV::NUM_TARGET_SPECTRUM_INTERVALS, &HV::HDR_14_3, &HV::HDR_14_4, &HV::HDR_14_7};
 const std::vector<float HV::*> REALS{&HV::START_TIME, &HV::HDR_4_2, &HV::HDR_4_3, &HV::HDR_4_4, &HV::HDR_4_5,
                                      &HV::HDR_4_6, &HV::ANALYSIS_DETAIL_3, &HV::EXTERNAL_FLUID_DEFAULT_A,
                                      &HV::EXTERNAL_FLUID_DEFAULT_B, &HV::HDR_8_6};
@@ -36,12 +32,10 @@ const std::vector<int64_t HV::*> WIDENED{&HV::MOTION_STEP_RECORDS, &HV::FORCE_ST
 class RunControl : public HEADER_TEST {};
 class RunControlOfEachFormat : public FORMAT_TEST {};
 
-// Each format keeps the run control blocks it has at its own records; the
-// values it has no place for read as their defaults, as the builder says it
-// wrote them.
+// Each format reads the run control blocks it has; what it has no place for
+// reads as the default the builder says it wrote.
 TEST_P(RunControlOfEachFormat, EveryFieldLandsInItsVariable) {
   JOB job(format);
-  // Distinct small counts (the layout sizes blocks by them) and distinct reals.
   int32_t next = 1;
   for (const auto field : INTEGERS) job.RUN.*field = next++;
   for (const auto field : WIDENED) job.RUN.*field = next++;
@@ -52,9 +46,8 @@ TEST_P(RunControlOfEachFormat, EveryFieldLandsInItsVariable) {
   job.SEABED_CODE = 5;
   job.SEABED_ANGLE = 30.0F;
 
-  // This offset puts the first step's time before the start of the file,
-  // so the read goes through every block and fails at the time list, which
-  // keeps the start time of block 4.
+  // The first step's time before the start of the file: every block is read
+  // and the time list fails, keeping the start time of block 4.
   job.RUN.MOTION_START_OFFSET = -1000;
   EXPECT_TRUE(OPEN(job));
   EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read record from database.");
@@ -74,66 +67,13 @@ TEST_P(RunControlOfEachFormat, EveryFieldLandsInItsVariable) {
   EXPECT_EQ(db.HDR_14_7 == job.RUN.HDR_14_7, !IS(V841)) << "word 7 of block 14";
 }
 
-// Block 14's words 6 and 7 as each format has them: the seabed angle with
-// a seventh word, the angle alone, or eight integers with no angle.
-TEST_P(RunControlOfEachFormat, Block14HasItsFormatsWords) {
-  JOB job(format);
-  job.BLOCKS[14] = {RECORD::INTS({0, 0, 5, 6, 2}).REAL(6, 30.0F).INT(7, 77).INT(8, 88)};
-  EXPECT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-  EXPECT_EQ(std::tuple(db.HDR_14_3, db.HDR_14_4, db.HDR_14_5), std::tuple(5, 6, 1));
-  const bool angle = IS(V861) || IS(V841);
-  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_DEG(), angle ? 30.0F : 0.0F);
-  EXPECT_EQ(db.HDR_14_7, IS(V841) ? 0 : 77);
-}
-
 TMRDAR_FOR_EVERY_FORMAT(RunControlOfEachFormat);
 
-TEST_F(RunControl, TitlePiecesSkipTheRestOfTheirRecords) {
-  JOB job;
-  const std::string junk(32, '#');
-  job.BLOCKS[15] = {RECORD::TEXT(junk).CHARS(0, std::string(28, 'x')), RECORD::TEXT(junk).CHARS(0, "y"),
-                    RECORD::TEXT(junk).CHARS(0, std::string(24, 'z'))};
-  EXPECT_FALSE(OPEN(job));
-  EXPECT_EQ(db.ANALYSIS_TITLE.VIEW(), std::string(28, 'x') + "y" + std::string(27, '#') + std::string(24, 'z'));
-}
-
-TEST_F(RunControl, TheSpectrumCodeSetsHdr145OrKeepsItsDefault) {
-  JOB job;
-  for (const auto& [code, expected] : std::vector<std::pair<int32_t, int32_t>>{{1, 4}, {2, 1}, {3, 2}, {0, 4}, {9, 4}}) {
-    job.HDR_14_5_CODE = code;
-    EXPECT_FALSE(OPEN(job));
-    EXPECT_EQ(db.HDR_14_5, expected) << "code " << code;
-  }
-}
-
-TEST_F(RunControl, NoTimeStepsStopsTheHeaderWithTheCountsKept) {
-  JOB job;
-  job.RUN.NUM_TIME_STEPS = 0;
-  job.RUN.NUM_NODES = 9;
-  job.RUN.NUM_LABELS = 2;
-  EXPECT_TRUE(OPEN(job));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
-            "Error: Database Postprocessing: No solution time steps were outputted to the database.");
-  EXPECT_EQ(db.NUM_NODES, 9);
-  EXPECT_EQ(db.NUM_LABELS, 2);
-}
-
-TEST_F(RunControl, AnUnreadableBlockEndsTheReadWithEarlierBlocksKept) {
-  JOB job;
-  job.RUN.NUM_ELEMENTS = 4;
-  job.RUN.NUM_AUX_NODES = 3;
-  EXPECT_TRUE(OPEN(job, 9));  // entry 9 of the directory: 0 becomes -1
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read from database header.");
-  EXPECT_EQ(db.NUM_ELEMENTS, 4);
-  EXPECT_EQ(db.NUM_AUX_NODES, 0) << "block 11 comes after the failure";
-}
-
+// Block 7 behind the end of the file reads nothing: its first word keeps what
+// block 6 left in the buffer, the element count.
 TEST_F(RunControl, ABlockPastTheEndOfTheFileReadsStaleWords) {
-  // Block 7 placed behind the end of the file reads nothing: its two words
-  // keep what block 6 left in the buffer, the element and node counts.
   JOB job;
   job.RUN.NUM_ELEMENTS = 6;
-  job.RUN.NUM_NODES = 7;
   EXPECT_FALSE(OPEN(job, {7}, 100'000));
   EXPECT_EQ(db.NUM_TIME_STEPS, 6);
 }
