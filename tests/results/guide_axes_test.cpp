@@ -3,17 +3,13 @@
 // V841 job, every word of which holds a value of its own.
 #include "results/guide_axes.h"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <cmath>
 #include <numbers>
 #include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "support/scratch_dir.h"
+#include "results/written_job.h"
 
 namespace tmrdar::results {
 namespace {
@@ -24,9 +20,9 @@ constexpr int32_t NO_STEP = -2'000'000'000;  // a frame before the start of the 
 
 V ROW(const MATRIX3<float>& m, int i) { return {m[M3(i, 1)], m[M3(i, 2)], m[M3(i, 3)]}; }
 
-class GuideAxes : public ::testing::Test {
+class GuideAxes : public WRITTEN_JOB {
  protected:
-  void SetUp() override {
+  GuideAxes() : WRITTEN_JOB(header::V841) {
     job.RUN.NUM_TIME_STEPS = 2;
     job.RUN.OUTPUT_FLAGS[1] = 1;  // velocities alone: the frame opens with them
     job.MODEL.NODES = {{.FILE_NUMBER = 1}, {.FILE_NUMBER = 2}, {.FILE_NUMBER = 3}};
@@ -36,16 +32,6 @@ class GuideAxes : public ::testing::Test {
     job.MODEL.ZERO_GAP_GUIDES.resize(2);
     job.MODEL.VESSELS.resize(1);
   }
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-  void OPEN() {
-    job.WRITE(dir.FILE("job"));
-    bool failed = true;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    ASSERT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
-  }
-  builder::JOB job{header::V841};
-  testing::SCRATCH_DIR dir;
-  header::TIDE3_DATABASE_FILES& db = header::V841_TIDE3_DATABASE_FILES();
   bool error = true;
 };
 
@@ -59,11 +45,11 @@ TEST_F(GuideAxes, GuidePositionsOfAStepAndThePointInTheirAxes) {
   const header::HEADER_TABLES& t = db.TABLES;
   for (int32_t i = 1; i <= 2; ++i) {
     for (int32_t k = 1; k <= 3; ++k) {
-      EXPECT_EQ(t.ORIGIN_TABLE(i, k), job.VALUE({SECTION_KIND::GUIDE_SURFACE, 2, i, k}));
-      EXPECT_EQ(t.AXES_TABLE(i, 1, k), job.VALUE({SECTION_KIND::GUIDE_SURFACE, 2, i, 3 + k}));
-      EXPECT_EQ(t.AXES_TABLE(i, 2, k), job.VALUE({SECTION_KIND::GUIDE_SURFACE, 2, i, 6 + k}));
-      EXPECT_EQ(t.ZGG_ORIGIN(i, k), job.VALUE({SECTION_KIND::ZERO_GAP_GUIDE, 2, i, k}));
-      EXPECT_EQ(t.ZGG_DIRECTION(i, k), job.VALUE({SECTION_KIND::ZERO_GAP_GUIDE, 2, i, 3 + k}));
+      EXPECT_EQ(t.ORIGIN_TABLE(i, k), AT(SECTION_KIND::GUIDE_SURFACE, 2, i, k));
+      EXPECT_EQ(t.AXES_TABLE(i, 1, k), AT(SECTION_KIND::GUIDE_SURFACE, 2, i, 3 + k));
+      EXPECT_EQ(t.AXES_TABLE(i, 2, k), AT(SECTION_KIND::GUIDE_SURFACE, 2, i, 6 + k));
+      EXPECT_EQ(t.ZGG_ORIGIN(i, k), AT(SECTION_KIND::ZERO_GAP_GUIDE, 2, i, k));
+      EXPECT_EQ(t.ZGG_DIRECTION(i, k), AT(SECTION_KIND::ZERO_GAP_GUIDE, 2, i, 3 + k));
     }
   }
   MATRIX3<float> axes{};
@@ -149,7 +135,7 @@ TEST_F(GuideAxes, NodeMotionAndActiveFlagsFromTheFrame) {
   std::array<float, 6> dofs{};
   READ_NODE_DOFS(db, 2, 3, dofs, error);
   ASSERT_FALSE(error);
-  for (int32_t k = 1; k <= 6; ++k) EXPECT_EQ(dofs[k - 1], job.VALUE({SECTION_KIND::VELOCITY, 2, 3, k}));
+  for (int32_t k = 1; k <= 6; ++k) EXPECT_EQ(dofs[k - 1], AT(SECTION_KIND::VELOCITY, 2, 3, k));
 
   int32_t flag = 99;
   FIND_ACTIVE_NODE_FLAG(db, 1, NO_STEP, flag, error);

@@ -2,24 +2,17 @@
 // arguments that the exports' own checks would refuse first, and how a
 // history fills its steps and stops. The words that each output type reads
 // are checked by the request sweep through the exports.
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "header/tide3_database_files.h"
 #include "results/requests.h"
-#include "support/scratch_dir.h"
+#include "results/written_job.h"
 
 namespace tmrdar::results {
 namespace {
 
 constexpr int32_t STEPS = 3;
 
-class Requests : public ::testing::Test {
+class Requests : public WRITTEN_JOB {
  protected:
   void SetUp() override {
     job.RUN.NUM_TIME_STEPS = STEPS;
@@ -31,18 +24,8 @@ class Requests : public ::testing::Test {
     job.MODEL.BOUNDARY_CONDITIONS = {3};  // node of file number 3
     job.RUN.OUTPUT_FLAGS = {};
   }
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-
   void FLAGS(std::initializer_list<int> flags) {
     for (const int f : flags) job.RUN.OUTPUT_FLAGS[static_cast<std::size_t>(f - 1)] = 1;
-  }
-
-  // Writes both files and opens them.
-  void OPEN() {
-    job.WRITE(dir.FILE("job"));
-    bool failed = true;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    ASSERT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
   }
 
   // The value of one request at a step, and its status.
@@ -52,10 +35,6 @@ class Requests : public ::testing::Test {
     GETREQUESTEDSINGLEVALUE(db, r, step, value, status);
     return {value, status};
   }
-
-  builder::JOB job;
-  testing::SCRATCH_DIR dir;
-  header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
 };
 
 TEST_F(Requests, ItemsAndContentsBuildTheStatus) {
@@ -103,11 +82,8 @@ TEST_F(Requests, HistoriesFillTheirStepsAndStopAtAFailure) {
   // Without the force file an element force fails at the first step.
   std::vector<float> more(STEPS, -1.0F);
   status = 0;
-  db.CLOSE_TIDE3_DATABASE_FILES();
   job.FORCE.PRESENT = false;
-  std::filesystem::remove(dir.FILE("job.dbf"));
-  bool failed = true;
-  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+  OPEN();
   GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 17, .PARAMETER = 1, .ELEMENT = 100, .LOCATION = 1}, more, status);
   EXPECT_EQ(status, 16384) << "no force file: the first step fails";
   EXPECT_EQ(more, std::vector<float>(STEPS, 0.0F));
