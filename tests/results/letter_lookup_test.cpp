@@ -87,6 +87,21 @@ TEST_F(LetterLookup, WhatGivesNothingAndWhatFails) {
   for (const char c : {'W', 'G', 'H', 'C', 'K'}) FAILS(UNREADABLE, c, 2, 0, 1, 1);
 }
 
+// A whole guide entry is read at once and kept: its other words come from
+// the kept records even after the file has changed beneath them.
+TEST_F(LetterLookup, GuideEntriesComeFromTheKeptRecords) {
+  job.RUN.NUM_GUIDE_SURFACES = 2, job.RUN.OUTPUT_FLAGS[0] = 1;
+  OPEN();
+  const float kept = AT(K::GUIDE_SURFACE, 1, 1, 9);
+  EXPECT_EQ(GET('G', 1, 0, 1, 1), AT(K::GUIDE_SURFACE, 1, 1, 1));
+  job.RESULTS.SET(K::GUIDE_SURFACE, 1, 1, 9, -1.0F).SET(K::DISPLACEMENT, 1, 1, 1, -2.0F);
+  job.WRITE(dir.FILE("changed"));
+  db.MOTION_FILE.CLOSE();
+  ASSERT_TRUE(db.MOTION_FILE.OPEN(dir.FILE("changed.dbm"), MOD_FILE::MODE_READ));
+  EXPECT_EQ(GET('G', 1, 0, 1, 9), kept);
+  EXPECT_EQ(GET('D', 1, 0, 1, 1), -2.0F) << "single words are read anew";
+}
+
 // Parameter 8 is the magnitude of components 1 to 3, which displacements
 // do not have; W is the first displacement less the height of the sea
 // floor under the second and third.

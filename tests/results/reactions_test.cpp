@@ -67,12 +67,16 @@ TEST_P(ReactionsOfEachFormat, ACodeOutsideOneToFourIsAMagnitudeForGuidesUpToV831
 
 TMRDAR_FOR_EVERY_FORMAT(ReactionsOfEachFormat);
 
-// A NaN component is given as stored, but its magnitude is refused with
-// the NaN kept.
-TEST_F(Reactions, TheMagnitudeOfANaNIsRefused) {
-  OPEN_WITH({{K::ZERO_GAP_GUIDE_REACTION, 1, {1, NaN, 2}}, {K::PIP_REACTION, 1, {NaN, 0, 0}},
-        {K::GUIDE_SURFACE_REACTION, 3, {0, 0, NaN}}});
+// The magnitude is formed in single precision in the order of the
+// components: (4097, 1, 59) gives 4097.4248 in other orders or in double
+// precision. A NaN component is given as stored, but its magnitude is
+// refused with the NaN kept.
+TEST_F(Reactions, TheMagnitudeInSinglePrecisionAndOfANaN) {
+  OPEN_WITH({{K::GUIDE_SURFACE_REACTION, 1, {4097, 1, 59}}, {K::ZERO_GAP_GUIDE_REACTION, 1, {1, NaN, 2}},
+             {K::PIP_REACTION, 1, {NaN, 0, 0}}, {K::GUIDE_SURFACE_REACTION, 3, {0, 0, NaN}}});
   ERROR_HANDLING::ERROR3(false, "", "");
+  CALCULATE_CONTACT_REACTIONS(db, 1, 1, 4, value, status);
+  EXPECT_EQ(value, 4097.42432F);
   CALCULATE_ZG_GUIDE_REACTIONS(db, 1, 1, 2, value, status);
   EXPECT_TRUE(std::isnan(value));
   EXPECT_EQ(status, 0);
@@ -88,6 +92,17 @@ TEST_F(Reactions, TheMagnitudeOfANaNIsRefused) {
   refused(CALCULATE_CONTACT_REACTIONS, 3, "contact surface reaction.");
   refused(CALCULATE_ZG_GUIDE_REACTIONS, 1, "guide reaction.");
   refused(CALCULATE_PIP_REACTIONS, 1, "the magnitude of the Pipe-In-Pipe reaction.");
+}
+
+// Without flag 4 no contact section is there, yet each routine still
+// places its entries behind the element sections, all at one place.
+TEST_F(Reactions, WithoutFlag4TheEntriesStandBehindTheElementSections) {
+  job.RUN.OUTPUT_FLAGS[3] = 0;
+  OPEN();
+  for (auto* routine : {CALCULATE_CONTACT_REACTIONS, CALCULATE_ZG_GUIDE_REACTIONS, CALCULATE_PIP_REACTIONS}) {
+    routine(db, 1, 2, 2, value, status);
+    EXPECT_EQ(std::pair(value, status), std::pair(AT(K::ELEMENT_11, 1, 5, 3, 6), 0));
+  }
 }
 
 // Codes other than 1 to 4: the contact routine reads its three words all the
