@@ -31,25 +31,16 @@ int32_t MASK(REQUEST r, std::string_view label = "") {
 }
 
 TEST(RequestChecks, StepCountAndStep) {
-  REQUEST r = GOOD();
-  EXPECT_EQ(MASK(r), 0);
-  r.NUM_TIME_STEPS = 4;
-  r.STEP = 4;
-  EXPECT_EQ(MASK(r), 0) << "the step may equal the count";
-  r.STEP = 5;
-  EXPECT_EQ(MASK(r), 256);
-  r.STEP = 0;
-  EXPECT_EQ(MASK(r), 0);
-  r.STEP = -1;
-  EXPECT_EQ(MASK(r), 256);
-  r.NUM_TIME_STEPS = 0;
-  r.STEP = 0;
-  EXPECT_EQ(MASK(r), 128);
-  r.STEP = 1;
-  EXPECT_EQ(MASK(r), 384);
   // A bad count or step stops the checks before the output type is seen.
-  r.OUTPUT_TYPE = 0;
-  EXPECT_EQ(MASK(r), 384);
+  const struct {
+    int32_t steps, step, type, mask;
+  } rows[] = {{1, 1, 5, 0}, {4, 4, 5, 0}, {4, 5, 5, 256}, {4, 0, 5, 0}, {4, -1, 5, 256},
+              {0, 0, 5, 128}, {0, 1, 5, 384}, {0, 1, 0, 384}};
+  for (const auto& row : rows) {
+    REQUEST r = GOOD();
+    r.NUM_TIME_STEPS = row.steps, r.STEP = row.step, r.OUTPUT_TYPE = row.type;
+    EXPECT_EQ(MASK(r), row.mask) << row.steps << " steps, step " << row.step << ", type " << row.type;
+  }
 }
 
 TEST(RequestChecks, OutputTypesNeedTheirFilesAndSubtypes) {
@@ -92,20 +83,7 @@ class RequestLabels : public ::testing::Test {
  protected:
   void SetUp() override {
     builder::JOB job;
-    job.RUN.NUM_LABELS = 3;
-    const auto label = [](std::string_view name, int32_t number, int32_t kind) {
-      std::vector<builder::RECORD> records;
-      for (std::size_t r = 0; r < 8; ++r) {
-        const std::string_view piece = r * 32 < name.size() ? name.substr(r * 32, 32) : std::string_view();
-        records.push_back(builder::RECORD::TEXT(std::string(piece) + std::string(32 - piece.size(), ' ')));
-      }
-      records.push_back(builder::RECORD::INTS({number, kind}));
-      return records;
-    };
-    std::vector<builder::RECORD>& block = job.BLOCKS[28];
-    for (const auto& records : {label("Riser End", 41, 1), label("riser end", 42, 1), label("Joint", 7, 2)}) {
-      block.insert(block.end(), records.begin(), records.end());
-    }
+    job.MODEL.LABELS = {{"Riser End", 41, 1}, {"riser end", 42, 1}, {"Joint", 7, 2}};
     job.WRITE(dir.FILE("job"));
     bool failed = false;
     db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);

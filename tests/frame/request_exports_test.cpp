@@ -21,7 +21,6 @@ class RequestExports : public ::testing::Test {
     job.STEP_TIMES = {0.5F, 1.0F, 1.5F, 2.0F};
     job.RUN.OUTPUT_FLAGS[0] = 1;
     job.MODEL.NODES = {{.FILE_NUMBER = 1, .USER_NUMBER = 11}, {.FILE_NUMBER = 2, .USER_NUMBER = 12}};
-    job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 5, .NODES = {1, 2}}};
     job.MODEL.LABELS = {{"Hang-off", 12, 1}};
     job.WRITE(dir.FILE("job"));
     ASSERT_EQ(testing::OPEN_THROUGH_EXPORTS(dir.FILE("job"), motion, force), 0);
@@ -65,16 +64,6 @@ TEST_F(RequestExports, ALabelNamesTheNodeAndSetsThePosition) {
             0);
   EXPECT_EQ(node, 12);
   EXPECT_EQ(position, 1);
-  // The same request for an element that is not in the model.
-  type = 17;
-  node = 0;
-  element = 6;
-  position = 1;
-  value = -1.0F;
-  EXPECT_EQ(GetRequestedSingleValue(&motion, &force, &type, &subtype, &node, &element, &position, &steps, &step,
-                                    &value, nullptr, 0),
-            8192 + 2048);
-  EXPECT_EQ(value, 0.0F) << "the reader's refusal leaves 0";
 }
 
 TEST_F(RequestExports, AHistoryFromTheFirstStep) {

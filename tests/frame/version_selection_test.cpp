@@ -7,26 +7,12 @@
 namespace tmrdar::frame {
 namespace {
 
-TEST(VersionSelection, OneFileOrTwoOfTheSameVersionSelect) {
-  EXPECT_EQ(SELECT_VERSION(13, 0), 13);
-  EXPECT_EQ(SELECT_VERSION(0, 13), 13);
-  EXPECT_EQ(SELECT_VERSION(13, -1), 13);
-  EXPECT_EQ(SELECT_VERSION(11, 11), 11);
-  EXPECT_EQ(SELECT_VERSION(-1, 3), 3);
-  EXPECT_EQ(SELECT_VERSION(7, 0), 7);
-  EXPECT_EQ(SELECT_VERSION(4, 4), 4);
-  EXPECT_EQ(SELECT_VERSION(10, 0), 10);
-}
-
-TEST(VersionSelection, MixedUnknownAndMissingCodesSelectNothing) {
-  EXPECT_EQ(SELECT_VERSION(13, 11), 0);
-  EXPECT_EQ(SELECT_VERSION(-1, 0), 0);
-  EXPECT_EQ(SELECT_VERSION(0, 0), 0);
-  EXPECT_EQ(SELECT_VERSION(1, 1), 0);
-  EXPECT_EQ(SELECT_VERSION(99, 0), 0);
-  EXPECT_EQ(SELECT_VERSION(2, 13), 0);
-  EXPECT_TRUE(VERSION_RULE_HOLDS(1, 1, 0));
-  EXPECT_FALSE(VERSION_RULE_HOLDS(1, 1, 13));
+// The pairs of codes that opening a job does not meet: a file that cannot
+// be read beside one of a format, and a code of no format beside one.
+TEST(VersionSelection, AnUnreadableFileBesideOneOfAFormatSelectsIt) {
+  for (const auto& [motion, force, selected] : {std::tuple{13, -1, 13}, {-1, 3, 3}, {7, 0, 7}, {2, 13, 0}}) {
+    EXPECT_EQ(SELECT_VERSION(motion, force), selected) << motion << " " << force;
+  }
 }
 
 TEST(PathResolution, FoldsDotsByTextAndSplitsAtTheLastDot) {
