@@ -1,5 +1,5 @@
-// The two request exports as a host calls them: the checks of the frame, a
-// label in place of a number, and the result left alone when refused.
+// The two request exports as a host calls them: the checks of the frame and
+// the result left alone when refused.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -21,7 +21,6 @@ class RequestExports : public ::testing::Test {
     job.STEP_TIMES = {0.5F, 1.0F, 1.5F, 2.0F};
     job.RUN.OUTPUT_FLAGS[0] = 1;
     job.MODEL.NODES = {{.FILE_NUMBER = 1, .USER_NUMBER = 11}, {.FILE_NUMBER = 2, .USER_NUMBER = 12}};
-    job.MODEL.LABELS = {{"Hang-off", 12, 1}};
     job.WRITE(dir.FILE("job"));
     ASSERT_EQ(testing::OPEN_THROUGH_EXPORTS(dir.FILE("job"), motion, force), 0);
   }
@@ -53,17 +52,6 @@ TEST_F(RequestExports, ASingleValueOfAStep) {
   EXPECT_EQ(GetRequestedSingleValue(&motion, &other, &type, &subtype, &node, &element, &position, &steps, &step,
                                     &value, nullptr, 0),
             3);
-}
-
-TEST_F(RequestExports, ALabelNamesTheNodeAndSetsThePosition) {
-  int32_t type = 5, subtype = 1, node = 0, element = 0, position = 3, steps = 4, step = 1;
-  float value = -1.0F;
-  const std::string label = "HANG-OFF   ";
-  EXPECT_EQ(GetRequestedSingleValue(&motion, &force, &type, &subtype, &node, &element, &position, &steps, &step,
-                                    &value, label.data(), static_cast<int64_t>(label.size())),
-            0);
-  EXPECT_EQ(node, 12);
-  EXPECT_EQ(position, 1);
 }
 
 TEST_F(RequestExports, AHistoryFromTheFirstStep) {
