@@ -273,41 +273,5 @@ TEST_F(DatabaseInfo, AnalysisDetailsCopyTheTitleOnlyWhenItFits) {
   EXPECT_EQ(title, "Catenary riser    ");
 }
 
-TEST_F(DatabaseInfo, ErrorMasksDecodeWithASinglePrecisionBitCount) {
-  using FLAGS = std::array<int32_t, 20>;
-  const auto ON = [](std::initializer_list<int> set) {
-    FLAGS f{};
-    for (const int i : set) f[static_cast<std::size_t>(i)] = 1;
-    return f;
-  };
-  FLAGS flags{};
-  const int32_t n = 20;
-  // The counts for 8192 and 32768 fall one short, so their own flags stay clear.
-  const struct {
-    int32_t mask;
-    FLAGS set;
-  } rows[] = {{128 + 256, ON({7, 8})}, {8192, ON({})}, {8193, ON({0, 13})}, {32768 + 16384, ON({14, 15})}};
-  for (auto row : rows) {
-    flags.fill(0);
-    EXPECT_EQ(GetRequestedHistoryError(&row.mask, &n, flags.data()), 0);
-    EXPECT_EQ(flags, row.set) << row.mask;
-  }
-  int32_t negative = -4;
-  EXPECT_EQ(GetRequestedHistoryError(&negative, &n, flags.data()), -1);
-  // A caller with room for exactly the 15 flags counted for 32768 is not
-  // told that it needs more.
-  const int32_t fifteen = 15;
-  int32_t top = 32768;
-  EXPECT_EQ(GetRequestedSingleValueError(&top, &fifteen, flags.data()), 0);
-  top = 32768 + 16384;
-  EXPECT_EQ(GetRequestedSingleValueError(&top, &fifteen, flags.data()), 16);
-  const int32_t few = 5;
-  int32_t mask = 1024;
-  flags.fill(3);
-  EXPECT_EQ(GetRequestedSingleValueError(&mask, &few, flags.data()), 11);
-  EXPECT_EQ(flags[4], 0);
-  EXPECT_EQ(flags[5], 3) << "only the first n flags are touched";
-}
-
 }  // namespace
 }  // namespace tmrdar::frame

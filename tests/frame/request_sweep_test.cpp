@@ -371,6 +371,25 @@ class RequestSweep : public ::testing::TestWithParam<const header::FORMAT_VERSIO
     }
   }
 
+  // A step past the count, and histories shorter than the steps or of none,
+  // which the sweep's own calls never ask.
+  void STEP_EDGES() {
+    int32_t type = 1, subtype = 1, none = 0, steps = STEPS, step = STEPS + 1, count = STEPS - 1;
+    float value = UNTOUCHED;
+    EXPECT_EQ(GetRequestedSingleValue(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &step, &value,
+                                      nullptr, 0),
+              MASK::STEP_BAD);
+    std::vector<float> history(STEPS, UNTOUCHED);
+    EXPECT_EQ(GetRequestedHistory(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &count,
+                                  history.data(), nullptr, 0),
+              0);
+    EXPECT_EQ(std::pair(value, history.back()), std::pair(UNTOUCHED, UNTOUCHED));
+    count = 0;
+    EXPECT_EQ(GetRequestedHistory(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &count, nullptr,
+                                  nullptr, 0),
+              0);
+  }
+
   testing::SCRATCH_DIR dir;
   const builder::JOB* job = nullptr;
   header::HEADER_VARIABLES run;
@@ -388,6 +407,7 @@ TEST_P(RequestSweep, EveryTypeAndSubtypeReadsItsOwnWordWithSectionsPresentAndAbs
     variant.CHANGE(built);
     OPEN(built, "job" + std::to_string(++stem));
     if (HasFatalFailure()) return;
+    if (stem == 1) STEP_EDGES();
     for (const REQUEST& r : requests) {
       for (const ITEM_ARGUMENTS& item : ITEMS(r.ITEM_KIND)) CHECK(variant.NAME, r, item);
     }

@@ -1,6 +1,6 @@
-// Element pressures and temperatures, clashing results and the distance of
-// two nodes where the builder's frame readers do not reach: the clash codes
-// and pressures of each format, the failures, and the distance's precision.
+// Element pressures and temperatures, and clashing results where the
+// builder's frame readers do not reach: the clash codes and pressures of each
+// format, and the failures.
 #include <string>
 
 #include "results/derived_results.h"
@@ -108,34 +108,6 @@ TEST_F(ElementResults, FailuresAreReportedWithTheValueKept) {
   refused(UNREADABLE);
   RETRIEVE_ELEMENT_TEMPERATURE(db, 1, 1, 1, value, status);
   EXPECT_EQ(status, 0);
-}
-
-// The distance is formed whatever the six reads gave: a position that could
-// not be read is the one of the last call, and only the last read's outcome
-// is reported.
-TEST_F(ElementResults, TheDistanceOfTwoNodesIsSinglePrecisionFromTheirPositions) {
-  const float at[3][3] = {{10, 20, 30}, {4107, 21, 89}, {13, 24, 42}};
-  for (int32_t n = 1; n <= 3; ++n) {
-    for (int32_t c = 1; c <= 3; ++c) job.RESULTS.SET(K::DISPLACEMENT, 2, n, c, at[n - 1][c - 1]);
-  }
-  OPEN();
-  ERROR_HANDLING::ERROR3(false, "", "");
-  RETRIEVE_DISTANCE_TWO_NODES(db, 2, 1, 3, value, status);
-  EXPECT_EQ(value, 13.0F);
-  RETRIEVE_DISTANCE_TWO_NODES(db, 2, 3, 3, value, status);
-  EXPECT_EQ(value, 0.0F);
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "");
-  RETRIEVE_DISTANCE_TWO_NODES(db, 2, 1, 2, value, status);
-  EXPECT_EQ(value, 4097.42432F) << "the other orders, or double precision, give 4097.4248";
-  EXPECT_EQ(status, 0);
-
-  RETRIEVE_DISTANCE_TWO_NODES(db, 2, -1'000'000, 3, value, status);
-  EXPECT_EQ(value, 13.0F) << "node 1 is still the first position";
-  EXPECT_EQ(status, 0);
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), UNREADABLE);
-  RETRIEVE_DISTANCE_TWO_NODES(db, 2, 3, -1'000'000, value, status);
-  EXPECT_EQ(value, 0.0F) << "node 3 is still the second position";
-  EXPECT_EQ(status, -1);
 }
 
 }  // namespace
