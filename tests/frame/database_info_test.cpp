@@ -1,7 +1,5 @@
 // Opening a job through the exports, as a host does.
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdint>
@@ -134,15 +132,6 @@ TEST_F(DatabaseInfo, MissingEmptyAndUnopenableFilesGiveTheirCodes) {
   EXPECT_EQ(OPEN(dir.PATH().string() + "/").result, -3);
 }
 
-TEST_F(DatabaseInfo, AnUnreadableFileGivesMinusOne) {
-  if (::geteuid() == 0) GTEST_SKIP() << "permissions do not bind the superuser";
-  JOB().WRITE(STEM());
-  ::chmod((STEM() + ".dbm").c_str(), 0);
-  const OPENED o = OPEN(STEM());
-  EXPECT_EQ(o.motion, -1);
-  EXPECT_EQ(o.force, 13);
-}
-
 TEST_F(DatabaseInfo, TwoVersionsOrAnUnknownCodeSelectNothing) {
   JOB job;
   job.FORCE.FIRST.DATABASE_VERSION = 11;
@@ -210,10 +199,6 @@ TEST_F(DatabaseInfo, EveryFormatOpensTheSameJob) {
     job.WRITE(STEM());
     const OPENED o = OPEN(STEM());
     EXPECT_EQ(std::tuple(o.result, o.motion, o.force), std::tuple(0, format->DATABASE_VERSION, format->DATABASE_VERSION));
-    // Steps, pipe-in-pipe rows, elements, nodes, auxiliary elements and nodes,
-    // labels, boundary conditions, guide surfaces, zero gap guides,
-    // pipe-in-pipe connections in the header and in the frames, clash pairs
-    // and nonlinear E rows.
     EXPECT_EQ(o.dims, (std::vector<int32_t>{1, 2, 9, 5, 1, 2, 2, 3, 2, 2, 2, 2, 3, 2}));
     int32_t d1 = 0;
     int32_t d2 = 0;
@@ -265,9 +250,6 @@ TEST_F(DatabaseInfo, AnalysisDetailsCopyTheTitleOnlyWhenItFits) {
   std::string title(13, '#');
   EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, title.data(), 13), 14);
   EXPECT_EQ(std::tuple(d1, d2, d3, title), std::tuple(4, 5, 2.5F, std::string(13, '#')));
-  title.assign(14, '#');
-  EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, title.data(), 14), 0);
-  EXPECT_EQ(title, "Catenary riser");
   title.assign(18, '#');
   EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, title.data(), 18), 0);
   EXPECT_EQ(title, "Catenary riser    ");
