@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "builder/job.h"
 #include "frame/exports/request_checks.h"
@@ -63,22 +64,6 @@ TEST(RequestChecks, OutputTypesNeedTheirFilesAndSubtypes) {
   }
 }
 
-TEST(RequestChecks, AnItemWithoutNumberNeedsALabel) {
-  REQUEST r = GOOD();
-  r.NODE = 0;
-  EXPECT_EQ(MASK(r, "   "), 1024);
-  r.OUTPUT_SUBTYPE = 0;
-  EXPECT_EQ(MASK(r, ""), 1024 + 8);
-  r = GOOD();
-  r.OUTPUT_TYPE = 4;  // the types of one value a step name no item
-  r.NODE = 0;
-  EXPECT_EQ(MASK(r, ""), 0);
-  r = GOOD();
-  r.NODE = 0;
-  r.ELEMENT = 3;
-  EXPECT_EQ(MASK(r, "no such label"), 0) << "an element number makes the label unused";
-}
-
 class RequestLabels : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -95,29 +80,31 @@ class RequestLabels : public ::testing::Test {
   header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
 };
 
-TEST_F(RequestLabels, ALabelGivesItsItemAndKindInPlaceOfTheArguments) {
-  REQUEST r = GOOD();
-  r.NODE = 0;
-  r.POSITION = 3;
-  int32_t mask = -1;
-  PERFORM_ARG_CHECKS(r, "RISER END  ", mask);
-  EXPECT_EQ(mask, 0);
-  EXPECT_EQ(r.NODE, 41) << "the first row that matches, in either case";
-  EXPECT_EQ(r.ELEMENT, 0);
-  EXPECT_EQ(r.POSITION, 1) << "the kind replaces the position";
-
-  r = GOOD();
-  r.NODE = -4;
-  PERFORM_ARG_CHECKS(r, "joint", mask);
-  EXPECT_EQ(mask, 0);
-  EXPECT_EQ(r.NODE, 0);
-  EXPECT_EQ(r.ELEMENT, 7);
-  EXPECT_EQ(r.POSITION, 2);
-
-  r = GOOD();
-  r.NODE = 0;
-  PERFORM_ARG_CHECKS(r, "joints", mask);
-  EXPECT_EQ(mask, 1024);
+// An item without number needs a label, which gives its item and kind in
+// place of the arguments: the first row that matches, in either case.
+TEST_F(RequestLabels, AnItemWithoutNumberNeedsALabel) {
+  const struct {
+    int32_t node, element, type, subtype;
+    const char* label;
+    int32_t mask, node_out, element_out, position_out;
+  } rows[] = {
+      {0, 0, 5, 1, "   ", 1024, 0, 0, 3},
+      {0, 0, 5, 0, "", 1024 + 8, 0, 0, 3},
+      {0, 0, 4, 1, "", 0, 0, 0, 3},                // the types of one value a step name no item
+      {0, 3, 5, 1, "no such label", 0, 0, 3, 3},   // an element number makes the label unused
+      {0, 0, 5, 1, "RISER END  ", 0, 41, 0, 1},
+      {-4, 0, 5, 1, "joint", 0, 0, 7, 2},
+      {0, 0, 5, 1, "joints", 1024, 0, 0, 0},  // an unknown label clears the item and kind
+  };
+  for (const auto& row : rows) {
+    REQUEST r = GOOD();
+    r.NODE = row.node, r.ELEMENT = row.element, r.OUTPUT_TYPE = row.type, r.OUTPUT_SUBTYPE = row.subtype, r.POSITION = 3;
+    int32_t mask = -1;
+    PERFORM_ARG_CHECKS(r, row.label, mask);
+    EXPECT_EQ(std::tuple(mask, r.NODE, r.ELEMENT, r.POSITION),
+              std::tuple(row.mask, row.node_out, row.element_out, row.position_out))
+        << "'" << row.label << "'";
+  }
 
   // Codes that select no format find no label.
   int32_t node = 9, element = 9, kind = 9;

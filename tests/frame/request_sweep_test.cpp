@@ -371,23 +371,20 @@ class RequestSweep : public ::testing::TestWithParam<const header::FORMAT_VERSIO
     }
   }
 
-  // A step past the count, and histories shorter than the steps or of none,
-  // which the sweep's own calls never ask.
+  // A step past the count, and histories shorter than the steps or of none.
   void STEP_EDGES() {
     int32_t type = 1, subtype = 1, none = 0, steps = STEPS, step = STEPS + 1, count = STEPS - 1;
     float value = UNTOUCHED;
-    EXPECT_EQ(GetRequestedSingleValue(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &step, &value,
-                                      nullptr, 0),
-              MASK::STEP_BAD);
     std::vector<float> history(STEPS, UNTOUCHED);
-    EXPECT_EQ(GetRequestedHistory(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &count,
-                                  history.data(), nullptr, 0),
-              0);
+    const auto HISTORY = [&](float* values) {
+      return GetRequestedHistory(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &count, values, nullptr, 0);
+    };
+    EXPECT_EQ(GetRequestedSingleValue(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &step, &value,
+                                      nullptr, 0), MASK::STEP_BAD);
+    EXPECT_EQ(HISTORY(history.data()), 0);
     EXPECT_EQ(std::pair(value, history.back()), std::pair(UNTOUCHED, UNTOUCHED));
     count = 0;
-    EXPECT_EQ(GetRequestedHistory(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &count, nullptr,
-                                  nullptr, 0),
-              0);
+    EXPECT_EQ(HISTORY(nullptr), 0);
   }
 
   testing::SCRATCH_DIR dir;
