@@ -132,7 +132,7 @@ TEST_F(DatabaseInfo, MissingEmptyAndUnopenableFilesGiveTheirCodes) {
   EXPECT_EQ(OPEN(dir.PATH().string() + "/").result, -3);
 }
 
-TEST_F(DatabaseInfo, TwoVersionsOrAnUnknownCodeSelectNothing) {
+TEST_F(DatabaseInfo, TwoVersionsOrAnUnknownCodeOrCodeOneSelectNothing) {
   JOB job;
   job.FORCE.FIRST.DATABASE_VERSION = 11;
   job.WRITE(STEM());
@@ -147,14 +147,12 @@ TEST_F(DatabaseInfo, TwoVersionsOrAnUnknownCodeSelectNothing) {
   job.WRITE(STEM());
   o = OPEN(STEM());
   EXPECT_EQ(std::tuple(o.result, o.force, LIBRARY().LIBRARY_FORCE_CODE), std::tuple(-3, 99, 0));
-}
 
-TEST_F(DatabaseInfo, CodeOneIsRefusedButRemembered) {
-  JOB job;
-  job.MOTION.FIRST.DATABASE_VERSION = 1;
-  job.FORCE.FIRST.DATABASE_VERSION = 1;
+  // Code 1 is refused but remembered.
+  job.MOTION.PRESENT = true;
+  job.MOTION.FIRST.DATABASE_VERSION = job.FORCE.FIRST.DATABASE_VERSION = 1;
   job.WRITE(STEM());
-  const OPENED o = OPEN(STEM());
+  o = OPEN(STEM());
   EXPECT_EQ(std::tuple(o.result, o.motion, LIBRARY().LIBRARY_MOTION_CODE, LIBRARY().LIBRARY_FORCE_CODE),
             std::tuple(-3, 1, 1, 1));
   EXPECT_FALSE(UNITS_OPEN());

@@ -74,7 +74,6 @@ TEST_P(ElementProperties, SlotsSizesMarksAndCodes) {
       {1, 7, 20, -1, BAD_M, BAD_F, {-3, std::vector<int32_t>(20, 99), std::vector<float>(20, 99)}, "kind first"},
       {1, 0, 20, -1, BAD_M, BAD_F, {-2, MARKS<int32_t>(20), MARKS<float>(20)}, "marked, then the version"},
       {0, 0, 20, -1, C, C, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "no element 0"},
-      {4, 0, 20, -1, C, C, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "no element 4"},
       {-7, 0, 20, -1, C, C, {-1, MARKS<int32_t>(20), MARKS<float>(20)}, "in no auxiliary row"},
       {1, 0, 14, -1, C, C, {15, MARKS<int32_t>(14), MARKS<float>(14)}, "one slot short"},
       {1, 0, 0, 15, C, C, {15, std::vector<int32_t>(15, 99), std::vector<float>(15, 99)}, "no slots, none marked"},
@@ -105,17 +104,6 @@ builder::JOB PAIRED(const header::FORMAT_VERSION& format, int32_t n, const std::
   }
   job.MODEL.PIPE_IN_PIPE = pairs;
   return job;
-}
-
-TEST_P(ElementProperties, TheFluidOfTheElementInTheFirstRowOfThePairWhoseSearchFindsIt) {
-  // Row 2 of the pair names element 2 in column 1, yet element 1 encloses 5;
-  // words before the pair's column 2 are not searched.
-  ASSERT_TRUE(OPEN(PAIRED(*GetParam(), 5, {{{1, 4}, {2, 5}}})));
-  const std::array<int32_t, 5> outer{0, 0, 0, 1, 1};  // of elements 1 to 5, 0 for the defaults
-  for (int32_t e = 1; e <= 5; ++e) {
-    const std::vector<float> reals = std::get<2>(ASK(e, 0, 15));
-    EXPECT_EQ((FLUID{reals[1], reals[2], reals[3]}), outer[e - 1] == 0 ? DEFAULTS : OF(outer[e - 1])) << e;
-  }
 }
 
 // The search as a walk of the table's storage: pair by pair, NUM_ELEMENTS

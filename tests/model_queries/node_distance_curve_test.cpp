@@ -87,14 +87,12 @@ TEST_P(DistanceAlongRiser, RowsEndToEndInRowOrderAndTheCodes) {
       {4, 3, C, C, {0, 2.0F}},
       {1, 1, C, C, {0, 2.0F}},  // the end of row 1 is the start of row 2
       {1, 3, C, C, {0, 2.0F + tiny}},
-      {3, 3, C, C, {0, 2.0F + tiny}},  // of length zero
       {2, 2, C, C, {0, 2.0F + tiny + 1.5F}},
       // The position before the version, nothing written; -3 and -1 write 0.
       {1, 0, BAD_M, BAD_F, {-2, U}},
       {1, 4, C, C, {-2, U}},
       {1, 3, BAD_M, BAD_F, {-3, 0.0F}},
       {0, 3, C, C, {-1, 0.0F}},
-      {5, 3, C, C, {-1, 0.0F}},
       {-1, 3, C, C, {-1, 0.0F}},  // auxiliary element 1, which has no distance
   };
   for (const auto& c : cases) {
