@@ -84,8 +84,7 @@ TEST_F(DatabaseInfo, AnyExtensionOpensTheSamePairOfFiles) {
 
 TEST_F(DatabaseInfo, ABlankPathResetsTheOutputsAndFails) {
   EXPECT_EQ(OPEN("    ", 16), (OPENED{-1, -1, -1, {}, {}, std::vector<int32_t>(16, -1)}));
-  int32_t n = 0;
-  int32_t motion = 5;
+  int32_t n = 0, motion = 5;
   EXPECT_EQ(GetDatabaseInfo(&motion, nullptr, nullptr, nullptr, &n, nullptr, nullptr, 10), -1);
   EXPECT_EQ(motion, -1);
 }
@@ -97,8 +96,7 @@ TEST_F(DatabaseInfo, OnlyTheForceFileSelectsByItsCode) {
   job.WRITE(STEM());
   const OPENED o = OPEN(STEM());
   EXPECT_EQ(std::tuple(o.result, o.motion, o.force, o.motion_words), std::tuple(0, 0, 13, std::array<int32_t, 5>{}));
-  int32_t d1 = -1;
-  int32_t d2 = -1;
+  int32_t d1 = -1, d2 = -1;
   float d3 = -1.0F;
   EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, nullptr, 0), 0);
   EXPECT_EQ(d2, 31) << "the header was read from the force file";
@@ -198,8 +196,7 @@ TEST_F(DatabaseInfo, EveryFormatOpensTheSameJob) {
     const OPENED o = OPEN(STEM());
     EXPECT_EQ(std::tuple(o.result, o.motion, o.force), std::tuple(0, format->DATABASE_VERSION, format->DATABASE_VERSION));
     EXPECT_EQ(o.dims, (std::vector<int32_t>{1, 2, 9, 5, 1, 2, 2, 3, 2, 2, 2, 2, 3, 2}));
-    int32_t d1 = 0;
-    int32_t d2 = 0;
+    int32_t d1 = 0, d2 = 0;
     float d3 = 0.0F;
     std::string title(14, '#');
     EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, title.data(), 14), 0);
@@ -242,8 +239,7 @@ TEST_F(DatabaseInfo, XitClosesOnceAndKeepsTheCodes) {
 
 TEST_F(DatabaseInfo, AnalysisDetailsCopyTheTitleOnlyWhenItFits) {
   HEADER_DATA::SAVE_MODEL_DIMENSIONS(0, {}, 4, 5, 2.5F, "Catenary riser   ");
-  int32_t d1 = 0;
-  int32_t d2 = 0;
+  int32_t d1 = 0, d2 = 0;
   float d3 = 0.0F;
   std::string title(13, '#');
   EXPECT_EQ(GetAnalysisDetails(&d1, &d2, &d3, title.data(), 13), 14);

@@ -50,17 +50,16 @@ TEST_P(ReactionsOfEachFormat, ACodeOutsideOneToFourIsAMagnitudeForGuidesUpToV831
   OPEN_WITH({{K::GUIDE_SURFACE_REACTION, 1, {3.0F, 4.0F, 12.0F}},
         {K::ZERO_GAP_GUIDE_REACTION, 1, {0.0F, 6.0F, 8.0F}},
         {K::PIP_REACTION, 1, {2.0F, 3.0F, 6.0F}}});
-  const bool magnitude = UP_TO_V831();
+  const struct {
+    decltype(&CALCULATE_PIP_REACTIONS) routine;
+    float up_to_v831;
+  } rows[] = {{CALCULATE_CONTACT_REACTIONS, 13.0F}, {CALCULATE_ZG_GUIDE_REACTIONS, 10.0F}, {CALCULATE_PIP_REACTIONS, -7.0F}};
   for (const int32_t code : {0, 5}) {
-    value = -7.0F;
-    CALCULATE_CONTACT_REACTIONS(db, 1, 1, code, value, status);
-    EXPECT_EQ(std::pair(value, status), std::pair(magnitude ? 13.0F : -7.0F, 0)) << code;
-    value = -7.0F;
-    CALCULATE_ZG_GUIDE_REACTIONS(db, 1, 1, code, value, status);
-    EXPECT_EQ(std::pair(value, status), std::pair(magnitude ? 10.0F : -7.0F, 0)) << code;
-    value = -7.0F;
-    CALCULATE_PIP_REACTIONS(db, 1, 1, code, value, status);
-    EXPECT_EQ(std::pair(value, status), std::pair(-7.0F, 0)) << code;
+    for (const auto& row : rows) {
+      value = -7.0F;
+      row.routine(db, 1, 1, code, value, status);
+      EXPECT_EQ(std::pair(value, status), std::pair(UP_TO_V831() ? row.up_to_v831 : -7.0F, 0)) << code;
+    }
   }
   CALCULATE_PIP_REACTIONS(db, 1, 1, 4, value, status);
   EXPECT_EQ(value, 7.0F);
