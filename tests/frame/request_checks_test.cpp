@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "builder/job.h"
 #include "frame/exports/request_checks.h"
@@ -31,25 +32,16 @@ int32_t MASK(REQUEST r, std::string_view label = "") {
 }
 
 TEST(RequestChecks, StepCountAndStep) {
-  REQUEST r = GOOD();
-  EXPECT_EQ(MASK(r), 0);
-  r.NUM_TIME_STEPS = 4;
-  r.STEP = 4;
-  EXPECT_EQ(MASK(r), 0) << "the step may equal the count";
-  r.STEP = 5;
-  EXPECT_EQ(MASK(r), 256);
-  r.STEP = 0;
-  EXPECT_EQ(MASK(r), 0);
-  r.STEP = -1;
-  EXPECT_EQ(MASK(r), 256);
-  r.NUM_TIME_STEPS = 0;
-  r.STEP = 0;
-  EXPECT_EQ(MASK(r), 128);
-  r.STEP = 1;
-  EXPECT_EQ(MASK(r), 384);
   // A bad count or step stops the checks before the output type is seen.
-  r.OUTPUT_TYPE = 0;
-  EXPECT_EQ(MASK(r), 384);
+  const struct {
+    int32_t steps, step, type, mask;
+  } rows[] = {{1, 1, 5, 0}, {4, 4, 5, 0}, {4, 5, 5, 256}, {4, 0, 5, 0}, {4, -1, 5, 256},
+              {0, 0, 5, 128}, {0, 1, 5, 384}, {0, 1, 0, 384}};
+  for (const auto& row : rows) {
+    REQUEST r = GOOD();
+    r.NUM_TIME_STEPS = row.steps, r.STEP = row.step, r.OUTPUT_TYPE = row.type;
+    EXPECT_EQ(MASK(r), row.mask) << row.steps << " steps, step " << row.step << ", type " << row.type;
+  }
 }
 
 TEST(RequestChecks, OutputTypesNeedTheirFilesAndSubtypes) {
@@ -72,40 +64,11 @@ TEST(RequestChecks, OutputTypesNeedTheirFilesAndSubtypes) {
   }
 }
 
-TEST(RequestChecks, AnItemWithoutNumberNeedsALabel) {
-  REQUEST r = GOOD();
-  r.NODE = 0;
-  EXPECT_EQ(MASK(r, "   "), 1024);
-  r.OUTPUT_SUBTYPE = 0;
-  EXPECT_EQ(MASK(r, ""), 1024 + 8);
-  r = GOOD();
-  r.OUTPUT_TYPE = 4;  // the types of one value a step name no item
-  r.NODE = 0;
-  EXPECT_EQ(MASK(r, ""), 0);
-  r = GOOD();
-  r.NODE = 0;
-  r.ELEMENT = 3;
-  EXPECT_EQ(MASK(r, "no such label"), 0) << "an element number makes the label unused";
-}
-
 class RequestLabels : public ::testing::Test {
  protected:
   void SetUp() override {
     builder::JOB job;
-    job.RUN.NUM_LABELS = 3;
-    const auto label = [](std::string_view name, int32_t number, int32_t kind) {
-      std::vector<builder::RECORD> records;
-      for (std::size_t r = 0; r < 8; ++r) {
-        const std::string_view piece = r * 32 < name.size() ? name.substr(r * 32, 32) : std::string_view();
-        records.push_back(builder::RECORD::TEXT(std::string(piece) + std::string(32 - piece.size(), ' ')));
-      }
-      records.push_back(builder::RECORD::INTS({number, kind}));
-      return records;
-    };
-    std::vector<builder::RECORD>& block = job.BLOCKS[28];
-    for (const auto& records : {label("Riser End", 41, 1), label("riser end", 42, 1), label("Joint", 7, 2)}) {
-      block.insert(block.end(), records.begin(), records.end());
-    }
+    job.MODEL.LABELS = {{"Riser End", 41, 1}, {"riser end", 42, 1}, {"Joint", 7, 2}};
     job.WRITE(dir.FILE("job"));
     bool failed = false;
     db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
@@ -117,29 +80,31 @@ class RequestLabels : public ::testing::Test {
   header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
 };
 
-TEST_F(RequestLabels, ALabelGivesItsItemAndKindInPlaceOfTheArguments) {
-  REQUEST r = GOOD();
-  r.NODE = 0;
-  r.POSITION = 3;
-  int32_t mask = -1;
-  PERFORM_ARG_CHECKS(r, "RISER END  ", mask);
-  EXPECT_EQ(mask, 0);
-  EXPECT_EQ(r.NODE, 41) << "the first row that matches, in either case";
-  EXPECT_EQ(r.ELEMENT, 0);
-  EXPECT_EQ(r.POSITION, 1) << "the kind replaces the position";
-
-  r = GOOD();
-  r.NODE = -4;
-  PERFORM_ARG_CHECKS(r, "joint", mask);
-  EXPECT_EQ(mask, 0);
-  EXPECT_EQ(r.NODE, 0);
-  EXPECT_EQ(r.ELEMENT, 7);
-  EXPECT_EQ(r.POSITION, 2);
-
-  r = GOOD();
-  r.NODE = 0;
-  PERFORM_ARG_CHECKS(r, "joints", mask);
-  EXPECT_EQ(mask, 1024);
+// An item without number needs a label, which gives its item and kind in
+// place of the arguments: the first row that matches, in either case.
+TEST_F(RequestLabels, AnItemWithoutNumberNeedsALabel) {
+  const struct {
+    int32_t node, element, type, subtype;
+    const char* label;
+    int32_t mask, node_out, element_out, position_out;
+  } rows[] = {
+      {0, 0, 5, 1, "   ", 1024, 0, 0, 3},
+      {0, 0, 5, 0, "", 1024 + 8, 0, 0, 3},
+      {0, 0, 4, 1, "", 0, 0, 0, 3},                // the types of one value a step name no item
+      {0, 3, 5, 1, "no such label", 0, 0, 3, 3},   // an element number makes the label unused
+      {0, 0, 5, 1, "RISER END  ", 0, 41, 0, 1},
+      {-4, 0, 5, 1, "joint", 0, 0, 7, 2},
+      {0, 0, 5, 1, "joints", 1024, 0, 0, 0},  // an unknown label clears the item and kind
+  };
+  for (const auto& row : rows) {
+    REQUEST r = GOOD();
+    r.NODE = row.node, r.ELEMENT = row.element, r.OUTPUT_TYPE = row.type, r.OUTPUT_SUBTYPE = row.subtype, r.POSITION = 3;
+    int32_t mask = -1;
+    PERFORM_ARG_CHECKS(r, row.label, mask);
+    EXPECT_EQ(std::tuple(mask, r.NODE, r.ELEMENT, r.POSITION),
+              std::tuple(row.mask, row.node_out, row.element_out, row.position_out))
+        << "'" << row.label << "'";
+  }
 
   // Codes that select no format find no label.
   int32_t node = 9, element = 9, kind = 9;

@@ -1,15 +1,9 @@
 // Every output type and subtype, as a single value of each step and as a
-// history, asked through the exports of a job whose frames hold every
-// section, and of jobs that lack one section, one kind of item or one file
-// at a time; the jobs are written in each of the six formats.
-//
-// The builder lays each frame out section by section and answers which
-// value it wrote at a section's entry and component; every word holds a
-// value of its own. So each request is stated here by what it means (the
-// displacement component 3 of node 20, the pressure k of an element's
-// location) and checked against the word that the builder put there: a
-// reader that addresses any other word, section or step fails, and the
-// message names the word it read.
+// history, through the exports, of a job whose frames hold every section and
+// of jobs that lack one section, kind of item or file at a time, in each of
+// the six formats. Each request is stated by what it means and checked
+// against the word that the builder put there (every word holds a value of
+// its own); a failure names the word that was read.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -337,7 +331,6 @@ class RequestSweep : public ::testing::TestWithParam<const header::FORMAT_VERSIO
     return out;
   }
 
-  // "type 5 subtype 3 node 20 element 0 location 0"
   static std::string NAME(const REQUEST& r, const ITEM_ARGUMENTS& item) {
     std::ostringstream out;
     out << "type " << r.TYPE << " subtype " << r.SUBTYPE << " node " << item.NODE << " element " << item.ELEMENT
@@ -378,6 +371,22 @@ class RequestSweep : public ::testing::TestWithParam<const header::FORMAT_VERSIO
     }
   }
 
+  // A step past the count, and histories shorter than the steps or of none.
+  void STEP_EDGES() {
+    int32_t type = 1, subtype = 1, none = 0, steps = STEPS, step = STEPS + 1, count = STEPS - 1;
+    float value = UNTOUCHED;
+    std::vector<float> history(STEPS, UNTOUCHED);
+    const auto HISTORY = [&](float* values) {
+      return GetRequestedHistory(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &count, values, nullptr, 0);
+    };
+    EXPECT_EQ(GetRequestedSingleValue(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &step, &value,
+                                      nullptr, 0), MASK::STEP_BAD);
+    EXPECT_EQ(HISTORY(history.data()), 0);
+    EXPECT_EQ(std::pair(value, history.back()), std::pair(UNTOUCHED, UNTOUCHED));
+    count = 0;
+    EXPECT_EQ(HISTORY(nullptr), 0);
+  }
+
   testing::SCRATCH_DIR dir;
   const builder::JOB* job = nullptr;
   header::HEADER_VARIABLES run;
@@ -395,6 +404,7 @@ TEST_P(RequestSweep, EveryTypeAndSubtypeReadsItsOwnWordWithSectionsPresentAndAbs
     variant.CHANGE(built);
     OPEN(built, "job" + std::to_string(++stem));
     if (HasFatalFailure()) return;
+    if (stem == 1) STEP_EDGES();
     for (const REQUEST& r : requests) {
       for (const ITEM_ARGUMENTS& item : ITEMS(r.ITEM_KIND)) CHECK(variant.NAME, r, item);
     }

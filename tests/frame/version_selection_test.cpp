@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+
 #include "core/platform/platform.h"
 #include "frame/exports/resolve_path.h"
 #include "frame/exports/version_selection.h"
@@ -7,26 +10,12 @@
 namespace tmrdar::frame {
 namespace {
 
-TEST(VersionSelection, OneFileOrTwoOfTheSameVersionSelect) {
-  EXPECT_EQ(SELECT_VERSION(13, 0), 13);
-  EXPECT_EQ(SELECT_VERSION(0, 13), 13);
-  EXPECT_EQ(SELECT_VERSION(13, -1), 13);
-  EXPECT_EQ(SELECT_VERSION(11, 11), 11);
-  EXPECT_EQ(SELECT_VERSION(-1, 3), 3);
-  EXPECT_EQ(SELECT_VERSION(7, 0), 7);
-  EXPECT_EQ(SELECT_VERSION(4, 4), 4);
-  EXPECT_EQ(SELECT_VERSION(10, 0), 10);
-}
-
-TEST(VersionSelection, MixedUnknownAndMissingCodesSelectNothing) {
-  EXPECT_EQ(SELECT_VERSION(13, 11), 0);
-  EXPECT_EQ(SELECT_VERSION(-1, 0), 0);
-  EXPECT_EQ(SELECT_VERSION(0, 0), 0);
-  EXPECT_EQ(SELECT_VERSION(1, 1), 0);
-  EXPECT_EQ(SELECT_VERSION(99, 0), 0);
-  EXPECT_EQ(SELECT_VERSION(2, 13), 0);
-  EXPECT_TRUE(VERSION_RULE_HOLDS(1, 1, 0));
-  EXPECT_FALSE(VERSION_RULE_HOLDS(1, 1, 13));
+// The pairs of codes that opening a job does not meet: a file that cannot
+// be read beside one of a format, and a code of no format beside one.
+TEST(VersionSelection, AnUnreadableFileBesideOneOfAFormatSelectsIt) {
+  for (const auto& [motion, force, selected] : {std::tuple{13, -1, 13}, {-1, 3, 3}, {7, 0, 7}, {2, 13, 0}}) {
+    EXPECT_EQ(SELECT_VERSION(motion, force), selected) << motion << " " << force;
+  }
 }
 
 TEST(PathResolution, FoldsDotsByTextAndSplitsAtTheLastDot) {
@@ -35,33 +24,22 @@ TEST(PathResolution, FoldsDotsByTextAndSplitsAtTheLastDot) {
   EXPECT_EQ(platform::FOLD_PATH("/a//b/", "/ignored"), "/a/b/");
   EXPECT_EQ(platform::FOLD_PATH("", "/run"), "/run");
 
-  const RESOLVED_PATH plain = RESOLVE_PATH("/run/jobs/riser.v2.DBM");
-  EXPECT_EQ(plain.DRIVE, "");
-  EXPECT_EQ(plain.DIRECTORY, "/run/jobs/");
-  EXPECT_EQ(plain.NAME, "riser.v2");
-  EXPECT_EQ(plain.EXTENSION, ".dbm");
-
-  const RESOLVED_PATH bare = RESOLVE_PATH("/run/jobs/riser");
-  EXPECT_EQ(bare.NAME, "riser");
-  EXPECT_EQ(bare.EXTENSION, "");
-
-  // A name that would come out blank keeps the whole last component.
-  const RESOLVED_PATH hidden = RESOLVE_PATH("/run/.Job");
-  EXPECT_EQ(hidden.DIRECTORY, "/run/");
-  EXPECT_EQ(hidden.NAME, ".Job");
-  EXPECT_EQ(hidden.EXTENSION, ".job");
-
-  const RESOLVED_PATH folder = RESOLVE_PATH("/run.d/");
-  EXPECT_EQ(folder.DIRECTORY, "/run.d/");
-  EXPECT_EQ(folder.NAME, "");
-
-  const RESOLVED_PATH relative = RESOLVE_PATH("sub/../riser.dbf");
-  EXPECT_EQ(relative.DIRECTORY, *platform::CURRENT_DIRECTORY() + "/");
-  EXPECT_EQ(relative.NAME, "riser");
-
-  // Paths are not cut at any fixed length.
   const std::string deep = "/" + std::string(300, 'd') + "/" + std::string(300, 'n') + ".dbm";
-  EXPECT_EQ(RESOLVE_PATH(deep).NAME, std::string(300, 'n'));
+  const struct {
+    std::string path, directory, name, extension;
+  } rows[] = {
+      {"/run/jobs/riser.v2.DBM", "/run/jobs/", "riser.v2", ".dbm"},
+      {"/run/jobs/riser", "/run/jobs/", "riser", ""},
+      {"/run/.Job", "/run/", ".Job", ".job"},  // a blank name keeps the whole last component
+      {"/run.d/", "/run.d/", "", ""},
+      {"sub/../riser.dbf", *platform::CURRENT_DIRECTORY() + "/", "riser", ".dbf"},
+      {deep, "/" + std::string(300, 'd') + "/", std::string(300, 'n'), ".dbm"},  // not cut at any length
+  };
+  for (const auto& row : rows) {
+    const RESOLVED_PATH r = RESOLVE_PATH(row.path);
+    EXPECT_EQ(std::tuple(r.DRIVE, r.DIRECTORY, r.NAME, r.EXTENSION), std::tuple("", row.directory, row.name, row.extension))
+        << row.path;
+  }
 }
 
 }  // namespace

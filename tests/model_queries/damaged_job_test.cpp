@@ -54,8 +54,7 @@ TEST_P(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
     ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
     opened += OPEN(job, false) ? 1 : 0;
     // The codes of the good job, whether or not this one opened.
-    int32_t mc = C;
-    int32_t fc = 0;
+    int32_t mc = C, fc = 0;
     for (int32_t number = -4; number <= 12; ++number) {
       SCOPED_TRACE(::testing::Message() << "round " << round << ", number " << number);
       std::array<int32_t, 20> ints{};

@@ -1,32 +1,33 @@
-// The guide axes routines of the V841 reader: axes and transforms worked by
-// hand, and the frame reads against the words that the builder placed in a
-// V841 job, every word of which holds a value of its own.
+// The guide axes routines of the V841 reader, one row a routine: axes and
+// transforms worked by hand, and frame reads against the words the builder
+// placed (every word holds a value of its own).
 #include "results/guide_axes.h"
-
-#include <gtest/gtest.h>
 
 #include <bit>
 #include <cmath>
+#include <functional>
 #include <numbers>
 #include <string>
 #include <vector>
 
-#include "builder/job.h"
-#include "frame/base/error_handling.h"
-#include "support/scratch_dir.h"
+#include "results/written_job.h"
 
 namespace tmrdar::results {
 namespace {
 
 using builder::SECTION_KIND;
 using V = std::array<float, 3>;
+using VALUES = std::vector<double>;
 constexpr int32_t NO_STEP = -2'000'000'000;  // a frame before the start of the file
 
-V ROW(const MATRIX3<float>& m, int i) { return {m[M3(i, 1)], m[M3(i, 2)], m[M3(i, 3)]}; }
+template <typename M>
+VALUES STORED(const M& m) { return VALUES(m.begin(), m.end()); }
+// A matrix given by its rows, as it is stored.
+VALUES ROWS(V a, V b, V c) { return {a[0], b[0], c[0], a[1], b[1], c[1], a[2], b[2], c[2]}; }
 
-class GuideAxes : public ::testing::Test {
+class GuideAxes : public WRITTEN_JOB {
  protected:
-  void SetUp() override {
+  GuideAxes() : WRITTEN_JOB(header::V841) {
     job.RUN.NUM_TIME_STEPS = 2;
     job.RUN.OUTPUT_FLAGS[1] = 1;  // velocities alone: the frame opens with them
     job.MODEL.NODES = {{.FILE_NUMBER = 1}, {.FILE_NUMBER = 2}, {.FILE_NUMBER = 3}};
@@ -36,158 +37,108 @@ class GuideAxes : public ::testing::Test {
     job.MODEL.ZERO_GAP_GUIDES.resize(2);
     job.MODEL.VESSELS.resize(1);
   }
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
-  void OPEN() {
-    job.WRITE(dir.FILE("job"));
-    bool failed = true;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    ASSERT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
-  }
-  builder::JOB job{header::V841};
-  testing::SCRATCH_DIR dir;
-  header::TIDE3_DATABASE_FILES& db = header::V841_TIDE3_DATABASE_FILES();
-  bool error = true;
 };
 
-TEST_F(GuideAxes, GuidePositionsOfAStepAndThePointInTheirAxes) {
+TEST_F(GuideAxes, EachRoutineAgainstItsWorkedValues) {
   // Guide surface 1 at step 2: origin (0.5, 0, 0), p = (1, 1, 1), q = (1, -1, 0).
   const std::array<float, 9> words{0.5F, 0, 0, 1, 1, 1, 1, -1, 0};
   for (int32_t k = 1; k <= 9; ++k) job.RESULTS.SET(SECTION_KIND::GUIDE_SURFACE, 2, 1, k, words[k - 1]);
+  // The active flag of node row r is word W - 24 + r of a frame of W words.
+  const builder::FRAME_LAYOUT layout = job.FRAME_SECTIONS(builder::FILE_KIND::MOTION);
+  const int64_t frame = builder::FRAME_WORDS(layout);
+  for (int32_t r = 1; r <= 3; ++r) job.RESULTS.SET(builder::WORD_AT(layout, 2, frame - 24 + r), std::bit_cast<float>(2 - r));
   OPEN();
+  header::HEADER_TABLES& t = db.TABLES;
+  bool error = true;
+
   UPDATE_GUIDE_COORDS_AXES(db, 2, error);
   ASSERT_FALSE(error);
-  const header::HEADER_TABLES& t = db.TABLES;
+  VALUES tables, wanted;
   for (int32_t i = 1; i <= 2; ++i) {
     for (int32_t k = 1; k <= 3; ++k) {
-      EXPECT_EQ(t.ORIGIN_TABLE(i, k), job.VALUE({SECTION_KIND::GUIDE_SURFACE, 2, i, k}));
-      EXPECT_EQ(t.AXES_TABLE(i, 1, k), job.VALUE({SECTION_KIND::GUIDE_SURFACE, 2, i, 3 + k}));
-      EXPECT_EQ(t.AXES_TABLE(i, 2, k), job.VALUE({SECTION_KIND::GUIDE_SURFACE, 2, i, 6 + k}));
-      EXPECT_EQ(t.ZGG_ORIGIN(i, k), job.VALUE({SECTION_KIND::ZERO_GAP_GUIDE, 2, i, k}));
-      EXPECT_EQ(t.ZGG_DIRECTION(i, k), job.VALUE({SECTION_KIND::ZERO_GAP_GUIDE, 2, i, 3 + k}));
+      tables.insert(tables.end(), {t.ORIGIN_TABLE(i, k), t.AXES_TABLE(i, 1, k), t.AXES_TABLE(i, 2, k),
+                                   t.ZGG_ORIGIN(i, k), t.ZGG_DIRECTION(i, k)});
+      wanted.insert(wanted.end(), {AT(SECTION_KIND::GUIDE_SURFACE, 2, i, k), AT(SECTION_KIND::GUIDE_SURFACE, 2, i, 3 + k),
+                                   AT(SECTION_KIND::GUIDE_SURFACE, 2, i, 6 + k), AT(SECTION_KIND::ZERO_GAP_GUIDE, 2, i, k),
+                                   AT(SECTION_KIND::ZERO_GAP_GUIDE, 2, i, 3 + k)});
     }
   }
-  MATRIX3<float> axes{};
-  ASSERT_TRUE(FORM_AXES(db, 1, axes));
-  EXPECT_EQ(axes, (MATRIX3<float>{1, 1, 1, 1, -1, 1, 1, 0, -2}));  // rows p, q and w = p x q
-  // d = (1, 1e8, -1e8): p.d summed from component 3 is (-1e8 + 1e8) + 1 = 1,
-  // from component 1 it would be (1 + 1e8) - 1e8 = 0.
-  V point{1.5F, 1e8F, -1e8F};
-  ASSERT_TRUE(TRANSFORM(db, 1, point));
-  EXPECT_EQ(point, (V{1, -1e8F, 3e8F}));
-  EXPECT_FALSE(TRANSFORM(db, 3, point));
-  EXPECT_EQ(point, (V{1, -1e8F, 3e8F}));
-
-  UPDATE_GUIDE_COORDS_AXES(db, NO_STEP, error);
-  EXPECT_TRUE(error);
-}
-
-TEST(ZeroGapGuideAxes, TheTangentFromTheFirstComponentAboveTheThreshold) {
-  const float above = std::nextafter(1e-20F, 1.0F);
-  const std::vector<std::array<V, 3>> cases{
-      // n, t, b = n x t. |n1| > 1e-20: t = (3 / 4, 1, 0) / 1.25.
-      {V{-4, 3, 7}, {0.6F, 0.8F, 0}, {0 - 7 * 0.8F, 7 * 0.6F, -5}},
-      // 1e-20 is not above it: t = (0, -3 / -4, 1) / 1.25.
-      {V{1e-20F, 4, -3}, {0, 0.6F, 0.8F}, {5, -(0.8F * 1e-20F), 0.6F * 1e-20F}},
-      {V{above, 4, -3}, {0, 0, 0}, {0, 0, 0}},  // t = (-4e20, 1, 0), its length inf
-      {V{0, 1e-20F, 2}, {1, 0, 0}, {0, 2, -1e-20F}},
-      {V{0, 0, 1}, {1, 0, 0}, {0, 1, 0}},
-      {V{1, 1, 1}, {}, {}},
-  };
-  header::TIDE3_DATABASE_FILES reader(header::V841);
-  header::HEADER_TABLES& t = reader.TABLES;
-  ASSERT_TRUE(t.ZGG_DIRECTION.ALLOCATE({7, 3}) && t.ZGG_ORIGIN.ALLOCATE({7, 3}));
-  for (int32_t r = 1; r <= 6; ++r) {
-    for (int k = 1; k <= 3; ++k) t.ZGG_DIRECTION(r, k) = cases[r - 1][0][k - 1];
-  }
-  for (int32_t r = 1; r <= 5; ++r) {
+  EXPECT_EQ(tables, wanted);
+  const auto ZGG_AXES = [&](V n) {
+    for (int k = 1; k <= 3; ++k) t.ZGG_DIRECTION(1, k) = n[static_cast<std::size_t>(k - 1)];
     MATRIX3<float> axes{};
-    ASSERT_TRUE(FORM_ZGG_AXES(reader, r, axes));
-    for (int i = 1; i <= 3; ++i) EXPECT_EQ(ROW(axes, i), cases[r - 1][i - 1]) << r << " " << i;
-  }
-  MATRIX3<float> axes{};
-  ASSERT_TRUE(FORM_ZGG_AXES(reader, 7, axes));  // n = 0: 0 / 0
-  EXPECT_TRUE(std::isnan(axes[M3(2, 1)]) && std::isnan(axes[M3(3, 3)]));
-
-  // With n = (0, 0, 1) the point is (d3, d1, d2); with n = (1, 1, 1) and d =
-  // (1, 1e8, -1e8), n.d summed from component 1 is (1 + 1e8) - 1e8 = 0.
-  t.ZGG_ORIGIN(5, 1) = 1;
-  V point{2, 4, 8};
-  ASSERT_TRUE(TRANSFORM_ZGG(reader, 5, point));
-  EXPECT_EQ(point, (V{8, 1, 4}));
-  point = {1, 1e8F, -1e8F};
-  ASSERT_TRUE(TRANSFORM_ZGG(reader, 6, point));
-  EXPECT_EQ(point[0], 0.0F);
-  EXPECT_FALSE(TRANSFORM_ZGG(reader, 8, point));
-}
-
-TEST(Eigvec, TurnsAxesAboutTheAxisAsItStands) {
-  MATRIX3<double> m{};
-  EIGVEC(0.0, std::array<double, 3>{0.6, 0.8, 0}, m);
-  EXPECT_EQ(m, (MATRIX3<double>{1, 0, 0, 0, 1, 0, 0, 0, 1}));
-  EIGVEC(std::numbers::pi / 2, std::array<double, 3>{0, 0, 2}, m);  // (1, 2) carries +a3 sin
+    EXPECT_TRUE(FORM_ZGG_AXES(db, 1, axes));
+    return STORED(axes);
+  };
   const double c = std::cos(std::numbers::pi / 2);
-  EXPECT_EQ(m, (MATRIX3<double>{c, -2, 0, 2, c, 0, 0, 0, 4}));
-}
-
-TEST_F(GuideAxes, NodeMotionAndActiveFlagsFromTheFrame) {
-  // The active flag of node row r is word ME - 8 * 1 vessel - 8 * truncate(3
-  // nodes / 8) - 16 + r, ME the last word of the step's frame: offset W - 24
-  // + r of a frame of W words, the record before the step record.
-  const builder::FRAME_LAYOUT layout = job.FRAME_SECTIONS(builder::FILE_KIND::MOTION);
-  const int64_t w = builder::FRAME_WORDS(layout);
-  ASSERT_EQ(builder::FIND_SECTION(layout, SECTION_KIND::MOTION_STEP_RECORD)->FIRST_WORD, w - 15);
-  const std::array<int32_t, 3> flags{1, 0, -1};
-  for (int32_t r = 1; r <= 3; ++r)
-    job.RESULTS.SET(builder::WORD_AT(layout, 2, w - 24 + r), std::bit_cast<float>(flags[r - 1]));
-  OPEN();
-  for (int32_t r = 1; r <= 3; ++r) {
-    int32_t flag = 99;
-    FIND_ACTIVE_NODE_FLAG(db, r, 2, flag, error);
-    EXPECT_EQ(flag, flags[r - 1]) << r;
-    EXPECT_FALSE(error);
-  }
   std::array<float, 6> dofs{};
-  READ_NODE_DOFS(db, 2, 3, dofs, error);
-  ASSERT_FALSE(error);
-  for (int32_t k = 1; k <= 6; ++k) EXPECT_EQ(dofs[k - 1], job.VALUE({SECTION_KIND::VELOCITY, 2, 3, k}));
+  VALUES velocities;
+  for (int32_t k = 1; k <= 6; ++k) velocities.push_back(AT(SECTION_KIND::VELOCITY, 2, 3, k));
 
-  int32_t flag = 99;
-  FIND_ACTIVE_NODE_FLAG(db, 1, NO_STEP, flag, error);
-  EXPECT_TRUE(error && flag == 0);
+  const struct {
+    const char* routine;
+    std::function<VALUES()> got;
+    VALUES want;
+  } rows[] = {
+      {"FORM_AXES: rows p, q and p x q",
+       [&] { MATRIX3<float> a{}; return FORM_AXES(db, 1, a) ? STORED(a) : VALUES{}; },
+       {1, 1, 1, 1, -1, 1, 1, 0, -2}},
+      // p.d summed from component 3 is (-1e8 + 1e8) + 1 = 1; from component 1, 0.
+      {"TRANSFORM", [&] { V p{1.5F, 1e8F, -1e8F}; return TRANSFORM(db, 1, p) && !TRANSFORM(db, 3, p) ? STORED(p) : VALUES{}; },
+       {1, -1e8F, 3e8F}},
+      {"FORM_ZGG_AXES: n1 above 1e-20", [&] { return ZGG_AXES({-4, 3, 7}); },
+       ROWS({-4, 3, 7}, {0.6F, 0.8F, 0}, {0 - 7 * 0.8F, 7 * 0.6F, -5})},
+      {"FORM_ZGG_AXES: n1 at 1e-20", [&] { return ZGG_AXES({1e-20F, 4, -3}); },
+       ROWS({1e-20F, 4, -3}, {0, 0.6F, 0.8F}, {5, -(0.8F * 1e-20F), 0.6F * 1e-20F})},
+      {"FORM_ZGG_AXES: n1 and n2 at 1e-20", [&] { return ZGG_AXES({0, 1e-20F, 2}); },
+       ROWS({0, 1e-20F, 2}, {1, 0, 0}, {0, 2, -1e-20F})},
+      // n = (1, 1, 1), d = (1, 1e8, -1e8): n.d summed from component 1 is 0.
+      {"TRANSFORM_ZGG", [&] {
+         ZGG_AXES({1, 1, 1});
+         for (int k = 1; k <= 3; ++k) t.ZGG_ORIGIN(1, k) = 0;
+         V p{1, 1e8F, -1e8F};
+         return TRANSFORM_ZGG(db, 1, p) && !TRANSFORM_ZGG(db, 8, p) ? VALUES{p[0]} : VALUES{};
+       }, {0}},
+      {"EIGVEC", [&] { MATRIX3<double> m{}; EIGVEC(std::numbers::pi / 2, std::array<double, 3>{0, 0, 2}, m); return STORED(m); },
+       {c, -2, 0, 2, c, 0, 0, 0, 4}},
+      {"FIND_ACTIVE_NODE_FLAG of rows 1 to 3, and of a step before the file", [&] {
+         VALUES flags;
+         for (const int32_t step : {2, 2, 2, NO_STEP}) {
+           int32_t flag = 99;
+           FIND_ACTIVE_NODE_FLAG(db, static_cast<int32_t>(flags.size() % 3) + 1, step, flag, error);
+           flags.push_back(error == (step == NO_STEP) ? flag : 99);
+         }
+         return flags;
+       }, {1, 0, -1, 0}},
+      {"READ_NODE_DOFS", [&] { READ_NODE_DOFS(db, 2, 3, dofs, error); return error ? VALUES{} : STORED(dofs); }, velocities},
+      {"UPDATE_GUIDE_COORDS_AXES before the file", [&] { UPDATE_GUIDE_COORDS_AXES(db, NO_STEP, error); return VALUES{double(error)}; },
+       {1}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(row.got(), row.want) << row.routine;
+
   READ_NODE_DOFS(db, NO_STEP, 1, dofs, error);
-  EXPECT_TRUE(error);
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
-            "Error: Database Postprocessing: Unable to read nodal motion results from database.");
-}
+  EXPECT_EQ(std::pair(error, ERROR_HANDLING::LAST_MESSAGE()),
+            std::pair(true, std::string_view("Error: Database Postprocessing: Unable to read nodal motion results from database.")));
 
-TEST_F(GuideAxes, TheFirstDifferenceFromTheRequestIsReported) {
-  OPEN();
-  const std::string flags = "The contents of the database files do not match what is requested.";
-  const std::string count = "The number of elements in the database files does not match the number requested.";
-  const std::string elements = "The elements included in the database files do not match those requested.";
+  // The first difference from the request is reported.
   std::vector<int32_t> same(19, 0);
   same[1] = 1;
-  std::vector<int32_t> other = same;
-  other[4] = 1;
-  struct CASE {
+  const struct {
     std::vector<int32_t> flags;
     int32_t count;
     std::vector<int32_t> elements;
     std::string message;  // none when they match
+  } requests[] = {
+      {same, 2, {100, 200}, ""},
+      {std::vector<int32_t>(20, 0), 2, {100, 200}, "The contents of the database files do not match what is requested."},
+      {same, 3, {100, 200, 300}, "The number of elements in the database files does not match the number requested."},
+      {same, 2, {1, 2}, "The elements included in the database files do not match those requested."},
   };
-  for (const CASE& c : std::vector<CASE>{{same, 2, {100, 200}, ""},
-                                         {{0, 1}, 2, {100, 200}, ""},
-                                         {other, 3, {1}, flags},
-                                         {std::vector<int32_t>(20, 0), 2, {100, 200}, flags},
-                                         {same, 3, {100, 200, 300}, count},
-                                         {same, 2, {100, 201}, elements},
-                                         {same, 2, {1, 2}, elements},  // file numbers are not the user's
-                                         {same, 2, {100}, elements}}) {
+  for (const auto& r : requests) {
     ERROR_HANDLING::ERROR3(false, "", "");
-    EXPECT_EQ(DO_DATABASE_FILES_MATCH_KEYWORD_FILE(db, c.flags, c.count, c.elements), c.message.empty());
-    EXPECT_EQ(
-        ERROR_HANDLING::LAST_MESSAGE(),
-        c.message.empty() ? "" : "Error: Database Postprocessing: " + c.message + " You should rerun the analysis.");
+    EXPECT_EQ(DO_DATABASE_FILES_MATCH_KEYWORD_FILE(db, r.flags, r.count, r.elements), r.message.empty());
+    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
+              r.message.empty() ? "" : "Error: Database Postprocessing: " + r.message + " You should rerun the analysis.");
   }
 }
 
