@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <random>
+#include <tuple>
 #include <vector>
 
 #include "seabed/library/seabed.h"
@@ -79,57 +80,42 @@ TEST(FindSegment, AnyHintGivesTheSameSegmentAsASearch) {
 
 TEST(Interpolate2dLinear, RunsStraightBetweenNodesAndLevelBeyond) {
   const auto t = TABLE({{0, -10}, {10, -20}, {30, -20}});
-  EXPECT_DOUBLE_EQ(LINEAR(t, 5).H, -15.0);
-  EXPECT_DOUBLE_EQ(LINEAR(t, 5).M, -1.0);
-  EXPECT_DOUBLE_EQ(LINEAR(t, 10).M, 0.0);  // a shared node takes the segment ahead
-  EXPECT_DOUBLE_EQ(LINEAR(t, 30).H, -20.0);
-  EXPECT_DOUBLE_EQ(LINEAR(t, -100).H, -10.0);
-  EXPECT_DOUBLE_EQ(LINEAR(t, -100).M, 0.0);
-  EXPECT_DOUBLE_EQ(LINEAR(t, 1e9).H, -20.0);
+  // A shared node takes the segment ahead.
+  const std::tuple<double, double, double> cases[] = {
+      {5, -15, -1}, {10, -20, 0}, {30, -20, 0}, {-100, -10, 0}, {1e9, -20, 0}};
+  for (const auto& [s, h, m] : cases) {
+    EXPECT_DOUBLE_EQ(LINEAR(t, s).H, h) << s;
+    EXPECT_DOUBLE_EQ(LINEAR(t, s).M, m) << s;
+  }
 }
 
-TEST(Interpolate2dCubic, NaturalSplineThroughThreeNodes) {
-  // M = (0, -3, 0); at 0.5: 0.5 + (0.125 - 0.5)(-3) / 6 = 0.6875.
-  const auto t = TABLE({{0, 0}, {1, 1}, {2, 0}});
-  EXPECT_DOUBLE_EQ(CUBIC(t, 0.5).H, 0.6875);
-  EXPECT_DOUBLE_EQ(CUBIC(t, 1.5).H, 0.6875);
-  EXPECT_DOUBLE_EQ(CUBIC(t, 1.0).M, 0.0);
-  // Slope at 0.5: 1 + (1 - 3 * 0.25)(0) / 6 + (3 * 0.25 - 1)(-3) / 6 = 1.125.
-  EXPECT_DOUBLE_EQ(CUBIC(t, 0.5).M, 1.125);
+TEST(Interpolate2dCubic, NaturalSplinesEitherSideOfAVerticalStep) {
+  // M = (0, -3, 0) on each side; at 0.5: 0.5 + (0.125 - 0.5)(-3) / 6 =
+  // 0.6875, and the slope 1 + (3 * 0.25 - 1)(-3) / 6 = 1.125.
+  const auto t = TABLE({{0, 0}, {1, 1}, {2, 0}, {2, 5}, {3, 6}, {4, 5}});
+  std::vector<double> m;
+  fit_spline_2d(t, COUNT(t), m);
+  EXPECT_EQ(m, (std::vector<double>{0, -3, 0, 0, -3, 0}));
+  const std::tuple<double, double, double> cases[] = {{0.5, 0.6875, 1.125}, {1.5, 0.6875, -1.125}, {1.0, 1.0, 0.0},
+                                                      {2.0, 5.0, 1.5},      {2.5, 5.6875, 1.125}};
+  for (const auto& [s, h, slope] : cases) {
+    EXPECT_DOUBLE_EQ(CUBIC(t, s).H, h) << s;
+    EXPECT_DOUBLE_EQ(CUBIC(t, s).M, slope) << s;
+  }
+  EXPECT_NEAR(CUBIC(t, 1.999999).H, 0.0, 1e-5);
 }
 
-TEST(Interpolate2dCubic, PassesThroughNodesWithAContinuousSlope) {
+TEST(Interpolate2dCubic, PassesThroughUnevenNodesWithAContinuousSlope) {
   const auto t = TABLE({{-200, -120}, {-120, -121.5}, {-60, -128}, {0, -131}, {60, -128.5}, {120, -122}, {250, -119}});
   for (int32_t i = 1; i <= COUNT(t); ++i) {
     const double d = t[static_cast<std::size_t>(COUNT(t) + i - 1)];
     EXPECT_NEAR(CUBIC(t, d).H, t[static_cast<std::size_t>(i - 1)], 1e-12) << "node " << i;
     if (i > 1 && i < COUNT(t)) {
-      const double left = CUBIC(t, d - 1e-7).M;
-      const double right = CUBIC(t, d + 1e-7).M;
-      EXPECT_NEAR(left, right, 1e-8) << "node " << i;
+      EXPECT_NEAR(CUBIC(t, d - 1e-7).M, CUBIC(t, d + 1e-7).M, 1e-8) << "node " << i;
       // The straight interpolant breaks there: the test can tell.
       EXPECT_GT(std::fabs(LINEAR(t, d - 1e-7).M - LINEAR(t, d + 1e-7).M), 1e-3);
     }
   }
-}
-
-TEST(Interpolate2dCubic, ReproducesAStraightLine) {
-  // h = 0.5 d - 3 at uneven spacing; every value is exact in 32 bits.
-  const auto t = TABLE({{-8, -7}, {-2, -4}, {0, -3}, {1, -2.5}, {7, 0.5}, {12, 3}});
-  for (double s = -8.0; s <= 12.0; s += 0.37) {
-    EXPECT_NEAR(CUBIC(t, s).H, 0.5 * s - 3.0, 1e-13) << s;
-    EXPECT_NEAR(CUBIC(t, s).M, 0.5, 1e-13) << s;
-  }
-}
-
-TEST(Interpolate2dCubic, AVerticalStepEndsOneSplineAndStartsAnother) {
-  const auto t = TABLE({{0, 0}, {1, 1}, {2, 0}, {2, 5}, {3, 6}, {4, 5}});
-  std::vector<double> m;
-  fit_spline_2d(t, COUNT(t), m);
-  EXPECT_EQ(m, (std::vector<double>{0, -3, 0, 0, -3, 0}));
-  EXPECT_NEAR(CUBIC(t, 1.999999).H, 0.0, 1e-5);
-  EXPECT_DOUBLE_EQ(CUBIC(t, 2.0).H, 5.0);
-  EXPECT_DOUBLE_EQ(CUBIC(t, 2.5).H, 5.6875);
 }
 
 TEST(Interpolate2d, TablesThatDoNotHoldTheirCountAnswerSafely) {
