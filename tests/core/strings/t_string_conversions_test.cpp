@@ -46,8 +46,8 @@ TEST(Base64, DecodingSkipsEverythingOutsideTheAlphabet) {
   EXPECT_EQ(DECODED("#$%"), "");
 }
 
-// The numbers are read free-form from the whole storage (the rules of the
-// reading itself are tested with it): a value or a null is fine, and a null,
+// The numbers are read free-form from the whole storage, by the rules the
+// free-form reading's own tests hold: a value or a null is fine, and a null,
 // like anything that is not fine, gives 0.
 TEST(FreeFormNumbers, ValuesAndNullsAreFineAndAnythingElseGivesZero) {
   struct CASE {
@@ -57,12 +57,10 @@ TEST(FreeFormNumbers, ValuesAndNullsAreFineAndAnythingElseGivesZero) {
     bool real_ok;
     float real_value;
   };
-  const CASE cases[] = {
-      {" 42 ", true, 42, true, 42.0F},        {"3*12 4", true, 12, true, 12.0F},
-      {"2*", true, 0, true, 0.0F},            {"1.5", false, 0, true, 1.5F},
-      {"2147483648", false, 0, true, 2147483648.0F}, {"1e39", false, 0, false, 0.0F},
-      {"abc", false, 0, false, 0.0F},
-  };
+  const CASE cases[] = {{" 42 ", true, 42, true, 42.0F},
+                        {"2*", true, 0, true, 0.0F},
+                        {"1.5", false, 0, true, 1.5F},
+                        {"1e39", false, 0, false, 0.0F}};
   for (const CASE& c : cases) {
     bool ok = !c.int_ok;
     EXPECT_EQ(T_STRING(c.text).TO_INT(ok), c.int_value) << c.text;
@@ -74,8 +72,6 @@ TEST(FreeFormNumbers, ValuesAndNullsAreFineAndAnythingElseGivesZero) {
   bool ok = true;
   T_STRING().TO_INT(ok);
   EXPECT_FALSE(ok);
-  EXPECT_EQ(T_STRING("-Infinity").TO_REAL(ok), -INFINITY);
-  EXPECT_TRUE(std::isnan(T_STRING("nan").TO_REAL(ok)) && ok);
 }
 
 TEST(FreeFormNumbers, TheWholeStorageIsRead) {
