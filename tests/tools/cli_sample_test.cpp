@@ -99,16 +99,11 @@ TEST_F(ToolOnTheSample, InfoTellsFilesFormatTitleDimensionsAndTimeRange) {
     ADD_FAILURE() << "no line " << name;
     return std::string();
   };
-  EXPECT_EQ(field("motion file"), JOB + ".dbm: version code 13 (V861)");
-  EXPECT_EQ(field("force file"), JOB + ".dbf: version code 13 (V861)");
-  EXPECT_EQ(field("format"), "V861");
-  EXPECT_EQ(field("title"), job.DETAILS().TITLE);
-  EXPECT_EQ(WHOLE(field("time steps")), 1000);
-  EXPECT_EQ(WHOLE(field("elements")), 300);
-  EXPECT_EQ(WHOLE(field("nodes")), 301);
-  EXPECT_EQ(WHOLE(field("labels")), 3);
-  EXPECT_EQ(WHOLE(field("boundary conditions")), 2);
-  EXPECT_EQ(WHOLE(field("guide surfaces")), 1);
+  const std::pair<std::string, std::string> fields[] = {
+      {"motion file", JOB + ".dbm: version code 13 (V861)"}, {"force file", JOB + ".dbf: version code 13 (V861)"},
+      {"format", "V861"}, {"title", job.DETAILS().TITLE}, {"time steps", "1000"}, {"elements", "300"},
+      {"nodes", "301"}, {"labels", "3"}, {"boundary conditions", "2"}, {"guide surfaces", "1"}};
+  for (const auto& [name, value] : fields) EXPECT_EQ(field(name), value);
   const std::string range = field("time range");
   const std::vector<float> times = job.TIMES();
   ASSERT_EQ(times.size(), 1000U);
