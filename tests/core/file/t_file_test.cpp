@@ -36,41 +36,16 @@ TEST(RecordAddresses, CountThirtyTwoBytesFromOne) {
   EXPECT_EQ(RECN8(100'000'000), 3'199'999'969LL);
 }
 
-TEST_F(RecordFileStatus, ANonZeroStatusSkipsEveryTransfer) {
+// A failed move (an address before the file) fails the chain, and the reads
+// behind it do nothing.
+TEST_F(RecordFileStatus, AFailedMoveFailsTheChain) {
   ASSERT_TRUE(OPEN_WORDS({11, 22, 33}));
-  int32_t item = -7;
-  int32_t status = 5;
-  file.READ_1_INT_AT(item, 1, &status);
-  file.READ_1_INT(item, &status);
-  EXPECT_EQ(item, -7);
-  EXPECT_EQ(status, 5);
-
-  // A failed move (an address before the file) fails the chain once, and the
-  // reads behind it do nothing.
-  status = 0;
+  int32_t status = 0;
   std::array<int32_t, 2> pair{-1, -1};
   file.READ_INT_AT(pair, -31, &status);
   EXPECT_EQ(status, 1);
   file.READ_INT_AT(pair, 1, &status);
   EXPECT_EQ(pair, (std::array<int32_t, 2>{-1, -1}));
-  status = 0;
-  file.READ_INT_AT(pair, 0, &status);
-  EXPECT_EQ(status, 1);
-}
-
-TEST_F(RecordFileStatus, ReadsPastTheEndLeaveStaleDataAndNoFailure) {
-  ASSERT_TRUE(OPEN_WORDS({1, 2, 3, 4, 5, 6, 7, 8, 9}));
-  std::array<int32_t, 8> record{};
-  record.fill(-1);
-  int32_t status = 0;
-  file.READ_INT_AT(record, 33, &status);  // only word 9 is in the file
-  EXPECT_EQ(status, 0);
-  EXPECT_EQ(record, (std::array<int32_t, 8>{9, -1, -1, -1, -1, -1, -1, -1}));
-
-  record.fill(-2);
-  file.READ_INT_AT(record, 1000, &status);
-  EXPECT_EQ(status, 0);
-  EXPECT_EQ(record[0], -2);
 }
 
 TEST_F(RecordFileStatus, PlainReadsContinueBehindAPositionedOne) {
