@@ -79,7 +79,8 @@ TEST(LineScanning, FieldsLabelsAndTheirFaults) {
   EXPECT_EQ(HEX_TO_INT("FFFFFFFF"), -1);
   EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "");
   EXPECT_EQ(HEX_TO_INT("G1"), 1);
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Warning: Input Data Processing: Ignoring invalid hexadecimal character G.");
+  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
+            "Warning: Input Data Processing: Ignoring invalid hexadecimal character G.");
 }
 
 using enum FREE_FORM_READ;
