@@ -62,12 +62,6 @@ TEST(ToolInput, MistakesInTheCommandLine) {
        "tmrdar range: time is not a result of a node or an element along the riser (see tmrdar range --help)"},
       {{"range", JOB, "element-force", "1", "--from", "5", "--to", "4"},
        "tmrdar range: --from 5 comes after --to 4 (see tmrdar range --help)"},
-      {{"range", JOB, "element-force", "1", "--element", "3"},
-       "tmrdar range: unknown option '--element' (see tmrdar range --help)"},
-      {{"snapshot", JOB, "element-force", "1"},
-       "tmrdar snapshot: the --step is missing (see tmrdar snapshot --help)"},
-      {{"stats", JOB, "displacement", "1", "--from", "x"},
-       "tmrdar stats: displacement needs --node N or --label TEXT (see tmrdar stats --help)"},
       {{"value", JOB, "displacement", "3", "--node", "1", "--node", "2", "--step", "2"},
        "tmrdar value: option --node is given twice (see tmrdar value --help)"},
       {{"value", JOB, "displacement", "3", "--node", "12.5", "--step", "2"},
@@ -112,12 +106,6 @@ TEST(ToolInput, QuestionsTheJobCannotAnswer) {
        "tmrdar: guide surface 2 is not in the database (it has 1)"},
       {{"range", JOB, "element-force", "1", "--to", "3", "--svg", missing + "/graph.svg"},
        "tmrdar: the graph could not be written to " + missing + "/graph.svg"},
-      {{"range", JOB, "element-force", "1", "--to", "1001"},
-       "tmrdar: step 1001 is not one of the job's steps, 1 to 1000"},
-      {{"snapshot", JOB, "displacement", "1", "--step", "0"},
-       "tmrdar: step 0 is not one of the job's steps, 1 to 1000"},
-      {{"snapshot", JOB, "acceleration", "1", "--step", "4"},
-       "tmrdar: the motion database holds no nodal accelerations"},
   };
   for (const auto& [arguments, reason] : cases) EXPECT_EQ(REASON(RUN_TOOL(arguments), 1), reason);
 }
@@ -246,12 +234,8 @@ TEST_F(ToolOnASmallJob, TheLibrarysOwnMessageWhereItHasOne) {
   std::filesystem::remove(job + ".dbf");
   const TOOL_RUN run = RUN_TOOL({"info", job});
   EXPECT_EQ(run.STATUS, 0);
-  EXPECT_EQ(run.ERR.rfind("tmrdar: warning: the header of " + job +
-                              " may be incomplete: Error: Database "
-                              "Postprocessing: ",
-                          0),
-            0U)
-      << run.ERR;
+  const std::string warning = "tmrdar: warning: the header of " + job + " may be incomplete: ";
+  EXPECT_EQ(run.ERR.rfind(warning + "Error: Database Postprocessing: ", 0), 0U) << run.ERR;
   EXPECT_EQ(LINES(run.ERR).size(), 1U);
 }
 
