@@ -202,10 +202,10 @@ TEST_F(ToolOnTheSample, SnapshotRangeAndStatsAreTheInterfacesAnswers) {
     EXPECT_EQ(std::make_tuple(WHOLE(points[i][0]), WHOLE(points[i][1]), REAL(points[i][2]), REAL(points[i][3])),
               std::make_tuple(p.POINT.ELEMENT, p.POINT.POSITION, p.POINT.DISTANCE, p.VALUE)) << i;
   }
+
   const auto nodes = ROWS(RUN_TOOL({"snapshot", JOB, "displacement", "2", "--step", "7", "--csv"}),
                           {"node", "distance", "value"}, true);
   EXPECT_EQ(nodes.size(), 301U) << "each node once, from the hang-off to the seabed";
-
   const std::vector<tmrdar::RANGE_POINT> graph = job.RANGE_GRAPH(TENSION(), 500, 620);
   const auto rows = ROWS(RUN_TOOL({"range", JOB, "element-force", "1", "--from", "500", "--to", "620", "--csv"}),
                          {"element", "position", "distance", "minimum", "minimum-step", "maximum", "maximum-step",
@@ -219,7 +219,6 @@ TEST_F(ToolOnTheSample, SnapshotRangeAndStatsAreTheInterfacesAnswers) {
               std::make_tuple(s.MINIMUM, s.MINIMUM_STEP, s.MAXIMUM, s.MAXIMUM_STEP, s.MEAN, s.STANDARD_DEVIATION))
         << i;
   }
-  EXPECT_GT(REAL(rows.front()[5]), REAL(rows.back()[5])) << "the tension is highest at the hang-off";
 
   const tmrdar::HISTORY_STATISTICS s = job.STATISTICS(TENSION(1), 200, 1000);
   const auto stats = ROWS(RUN_TOOL({"stats", JOB, "element-force", "1", "--element", "1", "--from", "200", "--csv"}),
