@@ -1,6 +1,5 @@
 // The sea floor of a model: each geometry's height, normal, arc length and
-// edge distance, the codes, angles and node table that the header sets, and
-// loading from files and data blocks.
+// edge distance, the codes and nodes the header sets, and its loading.
 #include "seabed/seabed_profile.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +8,7 @@
 #include <filesystem>
 #include <numbers>
 #include <string>
+#include <tuple>
 
 #include "support/scratch_dir.h"
 #include "support/temporary_directory.h"
@@ -40,66 +40,31 @@ T_SEABED_PROFILE LOADED(const testing::SCRATCH_DIR& dir, int32_t code, const cha
   return p;
 }
 
-TEST(SeabedProfile, FlatAndPlaneSlope) {
+TEST(SeabedProfile, FlatSlopeAndCodes) {
   T_SEABED_PROFILE p;
   p.SET_GEOMETRY_AND_INTERPOLATION(GEOMETRY_FLAT);
   double h = -1.0;
-  NORMAL_VECTOR n{};
+  NORMAL_VECTOR n{7.0, 8.0, 9.0};
   int32_t hint = 42;
   p.HEIGHT(-1e6, 37.5, h, &n, &hint);
-  EXPECT_EQ(h, 0.0);
-  EXPECT_EQ(n, (NORMAL_VECTOR{1.0, 0.0, 0.0}));
-  EXPECT_EQ(hint, 1);
-  NORMAL_VECTOR untouched = {7.0, 8.0, 9.0};
-  p.NORMAL(1.0, 2.0, untouched);
-  EXPECT_EQ(untouched, (NORMAL_VECTOR{7.0, 8.0, 9.0}));
+  EXPECT_EQ(std::make_tuple(h, n, hint), std::make_tuple(0.0, NORMAL_VECTOR{1.0, 0.0, 0.0}, 1));
   EXPECT_EQ(p.HORIZONTAL_DISTANCE_TO_EDGE(0.0, 0.0, 0.0), -1.0);
-
   p.SET_GEOMETRY_AND_INTERPOLATION(GEOMETRY_SLOPE);
-  p.SET_SLOPE(45.0F);
-  for (const double x : {-250.0, 3.0, 1000.0}) {
-    p.HEIGHT(x, 55.0, h, &n);
-    EXPECT_NEAR(h, x, 2e-16 * std::fabs(x));  // up to the rounding of tan(pi/4)
-  }
-  EXPECT_NORMAL(n, {std::sqrt(0.5), -std::sqrt(0.5), 0.0}, 1e-15);
-  p.SET_DIRECTION(90.0F);  // the floor now rises towards +y
+  p.SET_DIRECTION(90.0F);  // the floor rises towards +y
   p.SET_SLOPE(10.0F);
   p.HEIGHT(500.0, 20.0, h, &n);
   EXPECT_NEAR(h, 20.0 * std::tan(10.0 * PI / 180.0), 1e-12);
   EXPECT_NORMAL(n, {std::cos(10.0 * PI / 180.0), 0.0, -std::sin(10.0 * PI / 180.0)}, 1e-15);
-  EXPECT_EQ(p.HORIZONTAL_DISTANCE_TO_EDGE(0.0, 0.0, 0.0), -1.0);
-}
 
-TEST(SeabedProfile, AnglesAreWidenedFrom32Bits) {
-  T_SEABED_PROFILE p;
-  p.SET_DIRECTION(30.1F);
-  EXPECT_EQ(p.DIRECTION_DEG(), 30.1F);
-  // The radians come from the 32-bit degrees, not from 30.1 itself.
-  EXPECT_NEAR(p.DIRECTION_RAD(), static_cast<double>(30.1F) * PI / 180.0, 1e-15);
-  EXPECT_GT(std::fabs(p.DIRECTION_RAD() - 30.1 * PI / 180.0), 1e-9);
-  p.SET_SLOPE(45.0F);
-  EXPECT_NEAR(p.SLOPE_RAD(), PI / 4.0, 1e-16);
-  EXPECT_NEAR(p.SLOPE(), 1.0, 2e-16);
-}
-
-TEST(SeabedProfile, CombinedCodesSetAndGiveBackBothFields) {
-  T_SEABED_PROFILE p;
+  // Combined codes 4 to 8 set both fields; below 4 only the geometry, above 8 nothing.
   p.SET_INTERPOLATION(3);
-  p.SET_GEOMETRY_AND_INTERPOLATION(2);
-  EXPECT_EQ(p.GEOMETRY(), 2);
-  EXPECT_EQ(p.INTERPOLATION(), 3);  // a code below 4 leaves it
-  const int32_t geometry[] = {4, 4, 4, 5, 5};
-  const int32_t interpolation[] = {0, 2, 3, 0, 1};
-  for (int32_t code = 4; code <= 8; ++code) {
+  const std::tuple<int32_t, int32_t, int32_t, int32_t> codes[] = {
+      {2, 2, 3, 2}, {4, 4, 0, 4}, {5, 4, 2, 5}, {6, 4, 3, 6}, {7, 5, 0, 7}, {8, 5, 1, 8}, {9, 5, 1, 8}};
+  for (const auto& [code, geometry, interpolation, combined] : codes) {
     p.SET_GEOMETRY_AND_INTERPOLATION(code);
-    EXPECT_EQ(p.GEOMETRY(), geometry[code - 4]);
-    EXPECT_EQ(p.INTERPOLATION(), interpolation[code - 4]);
-    EXPECT_EQ(p.GEOMETRY_AND_INTERPOLATION(), code);
+    EXPECT_EQ(std::make_tuple(p.GEOMETRY(), p.INTERPOLATION(), p.GEOMETRY_AND_INTERPOLATION()),
+              std::make_tuple(geometry, interpolation, combined)) << code;
   }
-  p.SET_GEOMETRY_AND_INTERPOLATION(9);  // nothing
-  EXPECT_EQ(p.GEOMETRY_AND_INTERPOLATION(), 8);
-  p.SET_GEOMETRY_AND_INTERPOLATION(-2);
-  EXPECT_EQ(p.GEOMETRY_AND_INTERPOLATION(), -2);
   p.SET_GEOMETRY(4);
   p.SET_INTERPOLATION(1);
   EXPECT_EQ(p.GEOMETRY_AND_INTERPOLATION(), -1);
@@ -110,20 +75,18 @@ TEST(SeabedProfile, NodeProfileFromTheHeader) {
   p.SET_GEOMETRY_AND_INTERPOLATION(3);
   p.SET_DIRECTION(90.0F);  // distance along +y
   int32_t status = -1;
-  p.ALLOCATE_NODES(3, &status);
-  ASSERT_EQ(status, 0);
-  // Out of order, as a header may hold them: (distance, height).
-  const float points[3][2] = {{2.0F, 0.0F}, {0.0F, 0.0F}, {1.0F, 1.0F}};
-  for (int32_t i = 1; i <= 3; ++i) {
-    p.SET_NODE(i, 2, points[i - 1][0]);
-    p.SET_NODE(i, 1, points[i - 1][1]);
-  }
-  p.SET_NODE(4, 1, 5.0F);  // rows and columns outside the table are ignored
-  p.SET_NODE(1, 3, 5.0F);
+  const auto set_nodes = [&](const std::vector<float>& nodes) {  // (distance, height) pairs
+    p.ALLOCATE_NODES(static_cast<int32_t>(nodes.size() / 2), &status);
+    for (int32_t i = 1; 2 * i <= static_cast<int32_t>(nodes.size()); ++i) {
+      p.SET_NODE(i, 2, nodes[2 * i - 2]), p.SET_NODE(i, 1, nodes[2 * i - 1]);
+    }
+    return p.ANY_VERTICAL_SLOPES();
+  };
+  ASSERT_FALSE(set_nodes({2, 0, 0, 0, 1, 1}) || status != 0);  // out of order
+  p.SET_NODE(4, 1, 5.0F);  // outside the table: ignored
   EXPECT_EQ(p.NODE(4, 1), 0.0F);
   p.SORT();
-  for (int32_t i = 1; i <= 3; ++i) EXPECT_EQ(p.NODE(i, 2), static_cast<float>(i - 1));
-  EXPECT_EQ(p.NODE(2, 1), 1.0F);
+  EXPECT_EQ(std::make_tuple(p.NODE(1, 2), p.NODE(2, 2), p.NODE(3, 2), p.NODE(2, 1)), std::tuple(0.F, 1.F, 2.F, 1.F));
   double h = 0.0;
   NORMAL_VECTOR n{};
   p.HEIGHT(123.0, 0.5, h, &n);
@@ -138,29 +101,13 @@ TEST(SeabedProfile, NodeProfileFromTheHeader) {
   p.SET_INTERPOLATION(1);  // no profile code: level at 0
   p.HEIGHT(0.0, 1.0, h, &n);
   EXPECT_EQ(h, 0.0);
-  p.ALLOCATE_NODES(-3, &status);
-  EXPECT_EQ(status, 0);
-  EXPECT_EQ(p.NUM_NODES(), 0);
+  // Vertical slopes are neighbours at one distance, of different heights.
+  EXPECT_TRUE(set_nodes({0, 0, 1, 0, 1, 5, 2, 5}));
+  EXPECT_FALSE(set_nodes({0, 0, 1, 3, 1, 3, 2, 5}));
+  EXPECT_FALSE(set_nodes({0, 0, 1, 0, 2, 5, 1, 7}));
 }
 
-TEST(SeabedProfile, VerticalSlopesAreNeighboursAtOneDistance) {
-  T_SEABED_PROFILE p;
-  const auto steps = [&](std::initializer_list<std::pair<float, float>> nodes) {
-    p.ALLOCATE_NODES(static_cast<int32_t>(nodes.size()));
-    int32_t i = 0;
-    for (const auto& [d, h] : nodes) {
-      p.SET_NODE(++i, 2, d);
-      p.SET_NODE(i, 1, h);
-    }
-    return p.ANY_VERTICAL_SLOPES();
-  };
-  EXPECT_TRUE(steps({{0, 0}, {1, 0}, {1, 5}, {2, 5}}));
-  EXPECT_FALSE(steps({{0, 0}, {1, 3}, {1, 3}, {2, 5}}));  // coincident nodes make no step
-  EXPECT_FALSE(steps({{0, 0}, {1, 0}, {2, 5}, {1, 7}}));  // not neighbours
-  EXPECT_FALSE(steps({}));
-}
-
-TEST(SeabedProfile, ProfileFileAnswersHeightNormalArcAndEdge) {
+TEST(SeabedProfile, ProfileAndSurfaceFilesAnswerHeightNormalArcAndEdge) {
   testing::SCRATCH_DIR dir;
   T_SEABED_PROFILE p = LOADED(dir, 4, SLOPE_PROFILE);
   EXPECT_EQ(p.GEOMETRY_AND_INTERPOLATION(), 5);  // the file says cubic
@@ -170,56 +117,32 @@ TEST(SeabedProfile, ProfileFileAnswersHeightNormalArcAndEdge) {
   p.HEIGHT(7.0, -3.0, h, &n, &hint);
   EXPECT_NEAR(h, 0.5, 1e-14);
   EXPECT_EQ(hint, 3);
-  const NORMAL_VECTOR tilted = {1.0 / std::sqrt(1.25), -0.5 / std::sqrt(1.25), 0.0};
-  EXPECT_NORMAL(n, tilted);
-  p.NORMAL(7.0, 0.0, n);
-  EXPECT_NORMAL(n, tilted);
-  // Up the slope the floor is longer by sqrt(1 + 0.5^2); across it, not.
-  EXPECT_NEAR(p.ARC_LENGTH(0.0, 0.0, 10.0, 0.0), 10.0 * std::sqrt(1.25), 1e-12);
-  EXPECT_NEAR(p.ARC_LENGTH(2.0, 10.0, 2.0, 0.0), 10.0, 1e-12);
+  EXPECT_NORMAL(n, {1.0 / std::sqrt(1.25), -0.5 / std::sqrt(1.25), 0.0});
   EXPECT_NEAR(p.ARC_LENGTH(0.0, 0.0, 6.0, 8.0), std::sqrt(36.0 * 1.25 + 64.0), 1e-12);
-  EXPECT_EQ(p.ARC_LENGTH(3.0, 3.0, 3.0, 3.0), 0.0);
-  // The edges are the nodes at 0, 4 and 10.
-  EXPECT_NEAR(p.HORIZONTAL_DISTANCE_TO_EDGE(1.0, 0.0, 0.0), 3.0, 1e-12);
-  EXPECT_NEAR(p.HORIZONTAL_DISTANCE_TO_EDGE(1.0, 0.0, PI), 1.0, 1e-12);
-  EXPECT_NEAR(p.HORIZONTAL_DISTANCE_TO_EDGE(1.0, 5.0, PI / 3.0), 6.0, 1e-9);
-  EXPECT_NEAR(p.HORIZONTAL_DISTANCE_TO_EDGE(10.0, 0.0, PI), 6.0, 1e-12);
-  EXPECT_EQ(p.HORIZONTAL_DISTANCE_TO_EDGE(1.0, 0.0, PI / 2.0), -1.0);  // across
-  EXPECT_EQ(p.HORIZONTAL_DISTANCE_TO_EDGE(-5.0, 0.0, 0.0), -1.0);      // before the first
-  EXPECT_EQ(p.HORIZONTAL_DISTANCE_TO_EDGE(20.0, 0.0, PI), -1.0);       // after the last
-  EXPECT_EQ(p.HORIZONTAL_DISTANCE_TO_EDGE(10.0, 0.0, 0.0), -1.0);      // nothing ahead
-}
-
-TEST(SeabedProfile, SurfaceFileAnswersHeightNormalArcAndEdge) {
-  testing::SCRATCH_DIR dir;
+  // The edges are the nodes at 0, 4 and 10; -1 across the profile, before
+  // the first, after the last, and with nothing ahead.
+  const std::tuple<double, double, double, double> edges[] = {
+      {1.0, 0.0, 0.0, 3.0}, {1.0, 5.0, PI / 3.0, 6.0}, {10.0, 0.0, PI, 6.0}, {1.0, 0.0, PI / 2.0, -1.0},
+      {-5.0, 0.0, 0.0, -1.0}, {20.0, 0.0, PI, -1.0}, {10.0, 0.0, 0.0, -1.0}};
+  for (const auto& [x, y, direction, distance] : edges) {
+    EXPECT_NEAR(p.HORIZONTAL_DISTANCE_TO_EDGE(x, y, direction), distance, 1e-9) << x << ", " << y << ", " << direction;
+  }
   for (const int32_t code : {7, 8}) {
-    T_SEABED_PROFILE p = LOADED(dir, code, PLANE_SURFACE);
-    EXPECT_EQ(p.NUM_TRIANGLES(), 2);
-    p.SET_INTERPOLATION(code - 7);  // the file said cubic: try both
+    T_SEABED_PROFILE s = LOADED(dir, code, PLANE_SURFACE);
+    s.SET_INTERPOLATION(code - 7);  // the file said cubic: try both
     const double k = 1.0 / std::sqrt(1.3125);
-    double h = 0.0;
-    NORMAL_VECTOR n{};
     int32_t flag = -1;
-    int32_t hint = 99;
-    p.HEIGHT(7.5, 2.5, h, &n, &hint, &flag);
+    hint = 99;
+    s.HEIGHT(7.5, 2.5, h, &n, &hint, &flag);
     EXPECT_NEAR(h, -26.875, 1e-12);
     EXPECT_NORMAL(n, {k, -0.5 * k, 0.25 * k});
-    EXPECT_EQ(flag, 0);
-    EXPECT_EQ(hint, 1);
-    p.HEIGHT(2.5, 7.5, h, &n, &hint, &flag);
-    EXPECT_EQ(hint, 2);
-    p.HEIGHT(-1.0, 5.0, h, &n, &hint, &flag);
+    EXPECT_EQ(std::make_pair(flag, hint), std::make_pair(0, 1));
+    s.HEIGHT(-1.0, 5.0, h, &n, &hint, &flag);
     EXPECT_EQ(flag, 1);
-    // Along x the floor rises by 0.5 a metre, along y it falls by 0.25.
-    EXPECT_NEAR(p.ARC_LENGTH(1.0, 1.0, 9.0, 1.0), 8.0 * std::sqrt(1.25), 1e-12);
-    EXPECT_NEAR(p.ARC_LENGTH(1.0, 9.0, 1.0, 1.0), 8.0 * std::sqrt(1.0625), 1e-12);
-    // From (2, 1) the lower triangle's edge x = 10 lies 8 ahead; its other
-    // edges are behind (the diagonal) or parallel (y = 0). Up and to the
-    // left from (6, 1) the diagonal is ahead.
-    EXPECT_NEAR(p.HORIZONTAL_DISTANCE_TO_EDGE(2.0, 1.0, 0.0), 8.0, 1e-12);
-    EXPECT_NEAR(p.HORIZONTAL_DISTANCE_TO_EDGE(6.0, 1.0, 0.75 * PI), 5.0 / std::sqrt(2.0), 1e-12);
-    EXPECT_EQ(p.HORIZONTAL_DISTANCE_TO_EDGE(-5.0, -5.0, 0.0), -1.0);
-    EXPECT_EQ(p.HORIZONTAL_DISTANCE_TO_EDGE(10.0, 1.0, 0.0), -1.0);  // the trial point is outside
+    // From (6, 1) up and to the left the diagonal is ahead; from outside, nothing.
+    EXPECT_NEAR(s.HORIZONTAL_DISTANCE_TO_EDGE(2.0, 1.0, 0.0), 8.0, 1e-12);
+    EXPECT_NEAR(s.HORIZONTAL_DISTANCE_TO_EDGE(6.0, 1.0, 0.75 * PI), 5.0 / std::sqrt(2.0), 1e-12);
+    EXPECT_EQ(s.HORIZONTAL_DISTANCE_TO_EDGE(10.0, 1.0, 0.0), -1.0);
   }
 }
 
@@ -229,20 +152,23 @@ class CONSTANT_NORMAL : public T_SEABED_PROFILE {
   void NORMAL(double, double, NORMAL_VECTOR& normal) override { normal = NORMAL_VECTOR{0.6, 0.0, -0.8}; }
 };
 
-TEST(SeabedProfile, ArcLengthWorksFromTheNormalThatNormalLastWrote) {
-  // Gradient (0, 4/3): along y the slope is 4/3 and the length 5/3 a metre.
+TEST(SeabedProfile, HelperProcedures) {
+  PLAN_POINT x{};
+  INTERSECTION({0, 0}, {1, 1}, {0, 1}, {1, 2}, x);  // parallel: far away
+  EXPECT_EQ(x, (PLAN_POINT{1e10, 1e10}));
+  EXPECT_NEAR(DISTANCE_TO_LINE({1, 1}, PI, {4, -5}, {4, 5}), -3.0, 1e-12);  // behind
+  // Gradient (0, 4/3): along y the length is 5/3 a metre. A flat floor writes
+  // no normal and integrates the slope the last one left.
   EXPECT_NEAR(CONSTANT_NORMAL().ARC_LENGTH(0.0, 0.0, 0.0, 3.0), 5.0, 1e-12);
   testing::SCRATCH_DIR dir;
   T_SEABED_PROFILE flat;
   flat.SET_GEOMETRY(GEOMETRY_FLAT);
   T_SEABED_PROFILE level = LOADED(dir, 4, LEVEL_PROFILE);
   T_SEABED_PROFILE sloped = LOADED(dir, 4, SLOPE_PROFILE);
-  level.ARC_LENGTH(0.0, 0.0, 1.0, 0.0);
-  EXPECT_NEAR(flat.ARC_LENGTH(0.0, 0.0, 10.0, 0.0), 10.0, 1e-12);
-  // A flat floor writes no normal and integrates the slope the last one left.
-  sloped.ARC_LENGTH(0.0, 0.0, 1.0, 0.0);
-  EXPECT_NEAR(flat.ARC_LENGTH(0.0, 0.0, 10.0, 0.0), 10.0 * std::sqrt(1.25), 1e-12);
-  level.ARC_LENGTH(0.0, 0.0, 1.0, 0.0);
+  for (const auto& [last, length] : {std::pair{&level, 10.0}, {&sloped, 10.0 * std::sqrt(1.25)}}) {
+    last->ARC_LENGTH(0.0, 0.0, 1.0, 0.0);
+    EXPECT_NEAR(flat.ARC_LENGTH(0.0, 0.0, 10.0, 0.0), length, 1e-12);
+  }
 }
 
 TEST(SeabedProfile, FailedLoadsKeepWhatWasLoadedAndDestroyReleases) {
@@ -253,8 +179,7 @@ TEST(SeabedProfile, FailedLoadsKeepWhatWasLoadedAndDestroyReleases) {
   std::string why;
   p.LOAD_FROM_FILE(&line, dir.WRITE("bad.seabed", "TMRDAR SEABED 1\nprofile linear\n0 0\n2 1\n1 1\n"), &why,
                    status);
-  EXPECT_EQ(status, seabed::STATUS_BAD_DATA);
-  EXPECT_EQ(line, 5);
+  EXPECT_EQ(std::make_pair(status, line), std::make_pair(seabed::STATUS_BAD_DATA, 5));
   EXPECT_FALSE(why.empty());
   p.LOAD_FROM_FILE(&line, dir.WRITE("s.seabed", PLANE_SURFACE), &why, status);
   EXPECT_EQ(status, seabed::STATUS_WRONG_FORM);
@@ -263,73 +188,40 @@ TEST(SeabedProfile, FailedLoadsKeepWhatWasLoadedAndDestroyReleases) {
   EXPECT_NEAR(h, -1.0, 1e-14);
   EXPECT_TRUE(IS_TIDEMAR_SEABED_FILE(dir.WRITE("ok.seabed", LEVEL_PROFILE)));
   EXPECT_FALSE(IS_TIDEMAR_SEABED_FILE(dir.WRITE("no.seabed", "a,b,c\n1,2,3\n")));
-  // Other geometries load nothing and clear the status.
-  p.SET_GEOMETRY(GEOMETRY_FLAT);
+  p.SET_GEOMETRY(GEOMETRY_FLAT);  // other geometries load nothing and clear the status
   p.LOAD_FROM_FILE(nullptr, dir.FILE("missing"), nullptr, status);
   EXPECT_EQ(status, 0);
 
   T_SEABED_PROFILE s = LOADED(dir, 8, PLANE_SURFACE);
   s.SET_DATA_BLOCK("bytes", 3, 12);
   s.DESTROY();
-  EXPECT_EQ(s.NUM_NODES(), 0);
-  EXPECT_EQ(s.DATA_BLOCK().LENGTH_STRING(), 0);
-  EXPECT_EQ(s.GEOMETRY_AND_INTERPOLATION(), 8);  // codes stay
+  EXPECT_EQ(std::make_tuple(s.NUM_NODES(), s.DATA_BLOCK().LENGTH_STRING(), s.GEOMETRY_AND_INTERPOLATION()),
+            std::make_tuple(0, 0, 8));  // codes stay
   int32_t flag = 0;
   s.HEIGHT(5.0, 5.0, h, nullptr, nullptr, &flag);
   EXPECT_EQ(flag, 1);
-  EXPECT_EQ(s.HORIZONTAL_DISTANCE_TO_EDGE(5.0, 5.0, 0.0), -1.0);
-}
-
-TEST(FreeProcedures, IntersectionAndDistanceToLine) {
-  PLAN_POINT x{};
-  INTERSECTION({0, 0}, {2, 2}, {0, 2}, {2, 0}, x);
-  EXPECT_NEAR(x[0], 1.0, 1e-15);
-  EXPECT_NEAR(x[1], 1.0, 1e-15);
-  INTERSECTION({0, 0}, {1, 1}, {0, 1}, {1, 2}, x);
-  EXPECT_EQ(x, (PLAN_POINT{1e10, 1e10}));
-  EXPECT_NEAR(DISTANCE_TO_LINE({1, 1}, 0.0, {4, -5}, {4, 5}), 3.0, 1e-12);
-  EXPECT_NEAR(DISTANCE_TO_LINE({1, 1}, PI, {4, -5}, {4, 5}), -3.0, 1e-12);  // behind
-  EXPECT_NEAR(DISTANCE_TO_LINE({1, 1}, PI / 4.0, {0, 3}, {5, 3}), 2.0 * std::sqrt(2.0), 1e-12);
-  EXPECT_NEAR(DISTANCE_TO_LINE({1, 1}, 0.0, {0, 3}, {5, 3}), std::hypot(1e10 - 1.0, 1e10 - 1.0), 1.0);
 }
 
 TEST(SeabedDataBlock, LoadsThroughAScratchFileThatIsAlwaysRemoved) {
   testing::SCRATCH_DIR scratch;
   T_SEABED_PROFILE p;
   p.SET_GEOMETRY_AND_INTERPOLATION(7);
-  MOD_DATA_BLOCK::T_DATA_BLOCK block;
-  block.APPEND_CHARS(PLANE_SURFACE);
-  block.SET_TYPE(2);
-  block.SET_KEY(4);
-  p.SET_DATA_BLOCK(block);
-  int32_t status = -1;
-  p.LOAD_FROM_DATA_BLOCK(nullptr, nullptr, status);
-  EXPECT_EQ(status, STATUS_WRONG_BLOCK_TYPE);
-  block.SET_TYPE(SEABED_BLOCK_TYPE);
-  p.SET_DATA_BLOCK(block);
-  EXPECT_EQ(p.DATA_BLOCK().GET_KEY(), 4);
-  {
-    testing::TEMPORARY_DIRECTORY_SET nowhere(scratch.FILE("does-not-exist"));
+  // Bytes, block type, whether the temporary directory exists, and the status.
+  for (const auto& [bytes, type, directory, expected] :
+       {std::tuple<const char*, int32_t, bool, int32_t>{PLANE_SURFACE, 2, true, STATUS_WRONG_BLOCK_TYPE},
+        {PLANE_SURFACE, SEABED_BLOCK_TYPE, false, STATUS_OPEN_FAILED}, {PLANE_SURFACE, SEABED_BLOCK_TYPE, true, 0},
+        {"not a seabed", SEABED_BLOCK_TYPE, true, seabed::STATUS_NOT_SEABED}}) {
+    testing::TEMPORARY_DIRECTORY_SET tmpdir(directory ? scratch.PATH().string() : scratch.FILE("none"));
+    p.SET_DATA_BLOCK(bytes, type, 4);
+    int32_t status = -1;
     p.LOAD_FROM_DATA_BLOCK(nullptr, nullptr, status);
-    EXPECT_EQ(status, STATUS_OPEN_FAILED);
-  }
-  testing::TEMPORARY_DIRECTORY_SET redirect(scratch.PATH().string());
-  p.LOAD_FROM_DATA_BLOCK(nullptr, nullptr, status);
-  EXPECT_EQ(status, 0);
-  double h = 0.0;
-  p.HEIGHT(10.0, 10.0, h);
-  EXPECT_NEAR(h, -27.5, 1e-12);
-  EXPECT_TRUE(std::filesystem::is_empty(scratch.PATH()));
-  // Bytes that are no seabed file, or none: the loader's status, no file left.
-  for (const char* bytes : {"not a seabed", ""}) {
-    p.SET_DATA_BLOCK(bytes, SEABED_BLOCK_TYPE, 4);
-    int32_t line = -1;
-    p.LOAD_FROM_DATA_BLOCK(&line, nullptr, status);
-    EXPECT_EQ(status, seabed::STATUS_NOT_SEABED);
-    EXPECT_EQ(line, 1);
-    EXPECT_EQ(p.NUM_TRIANGLES(), 2);
+    EXPECT_EQ(status, expected) << bytes;
     EXPECT_TRUE(std::filesystem::is_empty(scratch.PATH()));
   }
+  double h = 0.0;
+  p.HEIGHT(10.0, 10.0, h);  // the failed load kept the surface
+  EXPECT_NEAR(h, -27.5, 1e-12);
+  EXPECT_EQ(std::make_pair(p.NUM_TRIANGLES(), p.DATA_BLOCK().GET_KEY()), std::make_pair(2, 4));
 }
 
 }  // namespace

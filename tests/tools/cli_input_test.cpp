@@ -62,12 +62,6 @@ TEST(ToolInput, MistakesInTheCommandLine) {
        "tmrdar range: time is not a result of a node or an element along the riser (see tmrdar range --help)"},
       {{"range", JOB, "element-force", "1", "--from", "5", "--to", "4"},
        "tmrdar range: --from 5 comes after --to 4 (see tmrdar range --help)"},
-      {{"range", JOB, "element-force", "1", "--element", "3"},
-       "tmrdar range: unknown option '--element' (see tmrdar range --help)"},
-      {{"snapshot", JOB, "element-force", "1"},
-       "tmrdar snapshot: the --step is missing (see tmrdar snapshot --help)"},
-      {{"stats", JOB, "displacement", "1", "--from", "x"},
-       "tmrdar stats: displacement needs --node N or --label TEXT (see tmrdar stats --help)"},
       {{"value", JOB, "displacement", "3", "--node", "1", "--node", "2", "--step", "2"},
        "tmrdar value: option --node is given twice (see tmrdar value --help)"},
       {{"value", JOB, "displacement", "3", "--node", "12.5", "--step", "2"},
@@ -77,8 +71,6 @@ TEST(ToolInput, MistakesInTheCommandLine) {
       {{"value", JOB, "time", "--node", "1", "--step", "2"},
        "tmrdar value: time belongs to the step alone: it takes no node, element or label (see tmrdar value "
        "--help)"},
-      {{"history", JOB, "time", "--count", "0"},
-       "tmrdar history: --count must be 1 or more, not 0 (see tmrdar history --help)"},
       {{"history", JOB, "displacement", "1", "--node", "1", "--label", "Hang-off"},
        "tmrdar history: give either a number or --label, not both (see tmrdar history --help)"},
   };
@@ -112,12 +104,6 @@ TEST(ToolInput, QuestionsTheJobCannotAnswer) {
        "tmrdar: guide surface 2 is not in the database (it has 1)"},
       {{"range", JOB, "element-force", "1", "--to", "3", "--svg", missing + "/graph.svg"},
        "tmrdar: the graph could not be written to " + missing + "/graph.svg"},
-      {{"range", JOB, "element-force", "1", "--to", "1001"},
-       "tmrdar: step 1001 is not one of the job's steps, 1 to 1000"},
-      {{"snapshot", JOB, "displacement", "1", "--step", "0"},
-       "tmrdar: step 0 is not one of the job's steps, 1 to 1000"},
-      {{"snapshot", JOB, "acceleration", "1", "--step", "4"},
-       "tmrdar: the motion database holds no nodal accelerations"},
   };
   for (const auto& [arguments, reason] : cases) EXPECT_EQ(REASON(RUN_TOOL(arguments), 1), reason);
 }
@@ -182,51 +168,39 @@ TEST_F(ToolOnASmallJob, RiserResultsOfKnownValues) {
 }
 
 // The sample riser written in each older format: the tool names the format,
-// and shows the model and the results of the sample job in the newest one,
-// word for word.
+// and shows the model and results of the sample job in the newest one, word
+// for word.
 TEST_F(ToolOnASmallJob, EveryFormatOfTheSampleJobShowsTheSameRiser) {
-  const auto without_files = [](const std::string& info) {
-    std::string kept;
-    for (const std::string& line : LINES(info)) {
-      if (line.rfind("job ", 0) != 0 && line.rfind("motion file ", 0) != 0 && line.rfind("force file ", 0) != 0 &&
-          line.rfind("format ", 0) != 0) {
-        kept += line + "\n";
-      }
-    }
-    return kept;
-  };
-  const TOOL_RUN info = RUN_TOOL({"info", JOB});
-  const TOOL_RUN nodes = RUN_TOOL({"nodes", JOB, "--csv"});
-  const TOOL_RUN elements = RUN_TOOL({"elements", JOB, "--csv"});
-  // Results from each file and of several kinds, as values and histories.
   const std::vector<std::vector<std::string>> questions{
+      {"info"}, {"nodes"}, {"elements"},
       {"value", "element-force", "1", "--element", "300", "--position", "3", "--step", "500"},
       {"history", "displacement", "1", "--label", "HANG-OFF", "--count", "20"},
       {"history", "reaction", "1", "--label", "hang-off", "--count", "20"},
-      {"history", "guide-surface-reaction", "magnitude", "--entry", "1", "--count", "20"},
+      {"history", "guide-surface-reaction", "magnitude", "--entry", "1", "--count", "20"}};
+  // The answers, without the info lines that name the files and the format.
+  const auto ANSWERS = [&](const std::string& stem) {
+    std::vector<std::string> answers;
+    for (std::vector<std::string> question : questions) {
+      question.insert(question.begin() + 1, stem);
+      question.push_back("--csv");
+      const TOOL_RUN run = RUN_TOOL(question);
+      EXPECT_EQ(run.STATUS, 0) << run.ERR;
+      answers.emplace_back();
+      for (const std::string& line : LINES(run.OUT)) {
+        const bool names_files = line.rfind("job,", 0) == 0 || line.rfind("motion file", 0) == 0 ||
+                                 line.rfind("force file", 0) == 0 || line.rfind("format,", 0) == 0;
+        if (!names_files) answers.back() += line + "\n";
+      }
+    }
+    return answers;
   };
-  const auto ASK = [](const std::string& stem, std::vector<std::string> question) {
-    question.insert(question.begin() + 1, stem);
-    question.push_back("--csv");
-    return RUN_TOOL(question);
-  };
-  std::vector<std::string> answers;
-  for (const auto& question : questions) {
-    const TOOL_RUN run = ASK(JOB, question);
-    ASSERT_EQ(run.STATUS, 0) << run.ERR;
-    answers.push_back(run.OUT);
-  }
+  const std::vector<std::string> newest = ANSWERS(JOB);
   for (const std::string format : {"V841", "V831", "V821", "V815", "V811"}) {
     SCOPED_TRACE(format);
     const std::string stem = dir.FILE("riser-" + format);
     ASSERT_EQ(std::system((std::string(TMRDAR_SAMPLE_GENERATOR) + " --format " + format + " " + stem).c_str()), 0);
-    const TOOL_RUN older = RUN_TOOL({"info", stem});
-    ASSERT_EQ(older.STATUS, 0) << older.ERR;
-    EXPECT_NE(older.OUT.find("\nformat                            " + format + "\n"), std::string::npos) << older.OUT;
-    EXPECT_EQ(without_files(older.OUT), without_files(info.OUT));
-    EXPECT_EQ(RUN_TOOL({"nodes", stem, "--csv"}).OUT, nodes.OUT);
-    EXPECT_EQ(RUN_TOOL({"elements", stem, "--csv"}).OUT, elements.OUT);
-    for (std::size_t q = 0; q < questions.size(); ++q) EXPECT_EQ(ASK(stem, questions[q]).OUT, answers[q]) << q;
+    EXPECT_NE(RUN_TOOL({"info", stem, "--csv"}).OUT.find("\nformat," + format + "\n"), std::string::npos);
+    EXPECT_EQ(ANSWERS(stem), newest);
   }
 }
 
@@ -246,12 +220,8 @@ TEST_F(ToolOnASmallJob, TheLibrarysOwnMessageWhereItHasOne) {
   std::filesystem::remove(job + ".dbf");
   const TOOL_RUN run = RUN_TOOL({"info", job});
   EXPECT_EQ(run.STATUS, 0);
-  EXPECT_EQ(run.ERR.rfind("tmrdar: warning: the header of " + job +
-                              " may be incomplete: Error: Database "
-                              "Postprocessing: ",
-                          0),
-            0U)
-      << run.ERR;
+  const std::string warning = "tmrdar: warning: the header of " + job + " may be incomplete: ";
+  EXPECT_EQ(run.ERR.rfind(warning + "Error: Database Postprocessing: ", 0), 0U) << run.ERR;
   EXPECT_EQ(LINES(run.ERR).size(), 1U);
 }
 
