@@ -68,6 +68,14 @@ OVERRIDES = {
     "CASE": "test_case",
     "TRY": "attempt",
     "MODULE": "module_name",
+    "DB": "reader",
+}
+
+# Names that would meet a local of the same spelling in one file.
+PER_FILE_OVERRIDES = {
+    "tests/frame/request_sweep_test.cpp": {"STEPS": "step_count", "EXPECTED": "expected_outcome",
+                                           "HISTORY": "history_of"},
+    "tests/seabed/seabed_library_test.cpp": {"PLANE": "plane_floor", "WAVY": "wavy_floor"},
 }
 
 # Types of the public interface whose name is also an internal type's:
@@ -304,6 +312,8 @@ class Renamer:
     def new_name(self, token, relpath="", qualifier=None, member=False, seen=None):
         if self.keeps(token):
             return token
+        if token in PER_FILE_OVERRIDES.get(relpath, {}):
+            return PER_FILE_OVERRIDES[relpath][token]
         name = token.replace("TIDE3_", "")
         if token in OVERRIDES:
             return OVERRIDES[token]
