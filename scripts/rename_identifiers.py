@@ -71,11 +71,21 @@ OVERRIDES = {
     "DB": "reader",
 }
 
+# Functions and constants whose plain name would meet a local of that
+# spelling where they are used.
+VALUE_OVERRIDES = {"LINES": "lines_of", "FIELDS": "fields_of"}
+
+# Names that are types in one place and functions in another: called, they
+# are the function (where clang does not see them, as in a test macro).
+CALLED_NAMES = {"ASK", "WALK", "LINES", "REAL", "MODEL", "TABLE", "ROWS"}
+
 # Names that would meet a local of the same spelling in one file.
 PER_FILE_OVERRIDES = {
     "tests/frame/request_sweep_test.cpp": {"STEPS": "step_count", "EXPECTED": "expected_outcome",
                                            "HISTORY": "history_of"},
-    "tests/seabed/seabed_library_test.cpp": {"PLANE": "plane_floor", "WAVY": "wavy_floor"},
+    "tests/seabed/seabed_library_test.cpp": {"PLANE": "plane_floor", "WAVY": "wavy_floor", "AT": "surface_at"},
+    "tests/tools/cli_sample_test.cpp": {"JOB": "sample_job", "ROWS": "table_rows", "REAL": "real_of"},
+    "tests/tools/cli_input_test.cpp": {"REASON": "reason_of"},
 }
 
 # Types of the public interface whose name is also an internal type's:
@@ -119,6 +129,7 @@ TOKEN = re.compile(
     r'|(?P<other>.)',
     re.S,
 )
+CALL = re.compile(r"\s*\(")
 USING_DECLARATION = re.compile(r"[ \t]*using\s+[\w:]+\s*;")
 WORD = re.compile(r"\b[A-Za-z_]\w*\b")
 
@@ -309,30 +320,26 @@ class Renamer:
             return False
         return any(relpath.startswith(p) for p in SHARED_TYPE_NAMES[token])
 
-    def new_name(self, token, relpath="", qualifier=None, member=False, seen=None):
+    def new_name(self, token, relpath="", qualifier=None, member=False, seen=None, call=False):
         if self.keeps(token):
             return token
-        if token in PER_FILE_OVERRIDES.get(relpath, {}):
-            return PER_FILE_OVERRIDES[relpath][token]
-        name = token.replace("TIDE3_", "")
         if token in OVERRIDES:
             return OVERRIDES[token]
+        name = token.replace("TIDE3_", "")
         if seen is not None:
             kind, public = seen
-            if kind == "ns" or token in self.namespaces:
-                return snake(name[4:] if name.startswith("MOD_") else name)
-            if kind == "type":
-                return PUBLIC_TYPE_OVERRIDES.get(token, snake(name)) if public else pascal(name)
-            return snake(name)
-        if token in self.namespaces:
+        else:  # judged by spelling and neighbours
+            kind = "ns" if token in self.namespaces else "other"
+            if kind == "other" and token in self.types and not member and not (call and token in CALLED_NAMES):
+                kind = "type"
+                public = token in self.public_types and not (
+                    token in SHARED_TYPE_NAMES and self.internal(token, relpath, qualifier))
+        if kind == "ns" or token in self.namespaces:
             return snake(name[4:] if name.startswith("MOD_") else name)
-        if token in self.types and not member:
-            if token in self.public_types:
-                if token in SHARED_TYPE_NAMES and self.internal(token, relpath, qualifier):
-                    return pascal(name)
-                return PUBLIC_TYPE_OVERRIDES.get(token, snake(name))
-            return pascal(name)
-        return snake(name)
+        if kind == "type":
+            return PUBLIC_TYPE_OVERRIDES.get(token, snake(name)) if public else pascal(name)
+        overrides = PER_FILE_OVERRIDES.get(relpath, {})
+        return overrides.get(token, VALUE_OVERRIDES.get(token, snake(name)))
 
     def code(self, text, relpath):
         # A shared name brought in from an inner namespace names the internal type.
@@ -346,9 +353,11 @@ class Renamer:
                 qualifier = last[-2] if len(last) >= 2 and last[-1] == "::" else None
                 member = bool(last) and last[-1] in (".", "->")
                 seen = self.classes.get((relpath, line, m.start() - line_start + 1))
-                if USING_DECLARATION.match(text, line_start):
+                using = USING_DECLARATION.match(text, line_start) is not None
+                if using:
                     seen = None  # clang sees the declaration, not what it names
-                new = piece if qualifier == "std" else self.new_name(piece, relpath, qualifier, member, seen)
+                call = piece in VALUE_OVERRIDES if using else CALL.match(text, m.end()) is not None
+                new = piece if qualifier == "std" else self.new_name(piece, relpath, qualifier, member, seen, call)
                 out.append(new)
                 last = (last + [new])[-3:]
                 continue
