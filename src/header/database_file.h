@@ -36,6 +36,12 @@ class DATABASE_FILE {
     if (source == nullptr || source->DATA() == nullptr) return {};
     return {source->DATA(), static_cast<std::size_t>(source->SIZE())};
   }
+  // The record file's bytes at an address, when it is mapped and holds them
+  // all, with its position moved behind them (`T_FILE::MAPPED_AT`); nullptr
+  // otherwise, and always through a unit.
+  const std::byte* MAPPED_AT(int64_t address, int64_t count) {
+    return file_ != nullptr ? file_->MAPPED_AT(address, count) : nullptr;
+  }
   // Whether reads go through a frame unit, whose records are numbered in 32 bits.
   bool IS_UNIT() const { return unit_ != nullptr; }
 

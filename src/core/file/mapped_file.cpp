@@ -93,7 +93,7 @@ void MAPPED_FILE::REFRESH() {
   MAP();
 }
 
-int64_t MAPPED_FILE::READ(int64_t offset, std::byte* bytes, int64_t count) {
+int64_t MAPPED_FILE::READ_SLOW(int64_t offset, std::byte* bytes, int64_t count) {
   if (descriptor_ < 0 || offset < 0) return -1;
   if (count <= 0) return 0;
   // A regular file ends at the size last seen; anything else where its reads end.

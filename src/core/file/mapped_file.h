@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -39,11 +40,19 @@ class MAPPED_FILE {
 
   // Copies the bytes from `offset` (from 0) on, as many of `count` as the
   // file holds; returns how many, or -1 when a read by descriptor failed.
-  int64_t READ(int64_t offset, std::byte* bytes, int64_t count);
+  int64_t READ(int64_t offset, std::byte* bytes, int64_t count) {
+    // The common case inline: a mapped file and bytes it holds.
+    if (map_ != nullptr && offset >= 0 && count >= 0 && count <= size_ - offset) {
+      std::memcpy(bytes, map_ + offset, static_cast<std::size_t>(count));
+      return count;
+    }
+    return READ_SLOW(offset, bytes, count);
+  }
   // The file's bytes, SIZE() of them, when it is mapped; nullptr otherwise.
   const std::byte* DATA() const { return map_; }
 
  private:
+  int64_t READ_SLOW(int64_t offset, std::byte* bytes, int64_t count);
   void MAP();
   void UNMAP();
 

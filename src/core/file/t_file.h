@@ -83,6 +83,18 @@ class T_FILE {
   void READ_1_INT_AT(int32_t& item, int64_t address, int32_t* status = nullptr);
   void READ_1_REAL_AT(float& item, int64_t address, int32_t* status = nullptr);
 
+  // The `count` bytes at a 1-based address, straight out of the mapping, when
+  // the file is mapped, has not failed, and holds them all; the position then
+  // stands behind them, as after a read of them. nullptr, with nothing
+  // changed, otherwise: the caller then reads them.
+  const std::byte* MAPPED_AT(int64_t address, int64_t count) {
+    if (source_ == nullptr || failed_ || address < 1 || count < 0) return nullptr;
+    const std::byte* data = source_->DATA();
+    if (data == nullptr || count > source_->SIZE() - (address - 1)) return nullptr;
+    position_ = address - 1 + count;
+    return data + (address - 1);
+  }
+
   // Strided forms: packed into a contiguous copy for the transfer.
   void READ_INT_AT(STRIDED<int32_t> items, int64_t address, int32_t* status = nullptr);
   void READ_REAL_AT(STRIDED<float> items, int64_t address, int32_t* status = nullptr);
