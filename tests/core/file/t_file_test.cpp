@@ -272,10 +272,25 @@ TEST(RecordFileReads, AFileThatIsNoRegularFileIsReadByDescriptor) {
 TEST(RecordFileReads, TheEnvironmentChoosesBetweenMappingAndDescriptor) {
   SCRATCH_DIR dir;
   T_FILE file;
-  ASSERT_TRUE(file.OPEN(dir.WRITE("f", WORDS({1, 2})), MODE_READ));
+  ASSERT_TRUE(file.OPEN(dir.WRITE("f", WORDS({1, 2, 3})), MODE_READ));
   const char* choice = std::getenv("TMRDAR_NO_MMAP");
   const bool unmapped = choice != nullptr && std::string_view(choice) == "1";
   EXPECT_EQ(file.SOURCE()->DATA() == nullptr, unmapped);
+
+  // Bytes straight out of the mapping only when it holds them all; the
+  // position then stands behind them, as after a read.
+  EXPECT_EQ(file.MAPPED_AT(9, 8), nullptr) << "past the end";
+  EXPECT_EQ(file.MAPPED_AT(0, 4), nullptr) << "before the start";
+  const std::byte* bytes = file.MAPPED_AT(5, 4);
+  ASSERT_EQ(bytes == nullptr, unmapped);
+  if (unmapped) return;
+  int32_t word = 0;
+  std::memcpy(&word, bytes, 4);
+  EXPECT_EQ(word, 2);
+  int32_t next = 0;
+  int32_t status = 0;
+  file.READ_1_INT(next, &status);
+  EXPECT_EQ(next, 3);
 }
 
 }  // namespace
