@@ -1,8 +1,17 @@
 // Histories over 100,000 output steps: a displacement, an element force and
 // a guide surface reaction magnitude, each one value a step read from its
 // own frame; in the newest format, in V841 (the record file without a
-// directory) and in V811 (the direct-access units).
+// directory) and in V811 (the direct-access units). Beside them, in the same
+// run and on the same file, the two anchors of the displacement history: the
+// same 100,000 words read by one pread each, and gathered from a mapping of
+// the file (the machine's limit for this access pattern).
 #include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstring>
 
 #include <filesystem>
 #include <string>
@@ -62,6 +71,60 @@ using tmrdar::header::V811;
 using tmrdar::header::V841;
 using tmrdar::header::V861;
 
+// The byte offsets (from 0) of the displacement's word in each step's frame
+// of the newest format's motion file, as the library reads them.
+const std::vector<int64_t>& DISPLACEMENT_OFFSETS() {
+  static const std::vector<int64_t> offsets = [] {
+    tmrdar::header::TIDE3_DATABASE_FILES& db = OPEN_LONG_RUN(tmrdar::header::V861);
+    std::vector<std::pair<int32_t, int64_t>> log;
+    db.READ_LOG = &log;
+    for (int32_t step = 1; step <= STEPS; ++step) {
+      float value = 0.0F;
+      int32_t status = 0;
+      tmrdar::results::GETREQUESTEDSINGLEVALUE(db, DISPLACEMENT, step, value, status);
+    }
+    db.READ_LOG = nullptr;
+    std::vector<int64_t> result;
+    for (const auto& [file, word] : log) result.push_back(4 * (word - 1));
+    return result;
+  }();
+  return offsets;
+}
+
+void ANCHOR_PREAD_LOOP(benchmark::State& state) {
+  const std::vector<int64_t>& offsets = DISPLACEMENT_OFFSETS();
+  const int descriptor = ::open(OPEN_LONG_RUN(tmrdar::header::V861).MOTION_FILE.NAME().c_str(), O_RDONLY);
+  std::vector<float> values(offsets.size());
+  for (auto _ : state) {
+    for (std::size_t i = 0; i < offsets.size(); ++i) {
+      if (::pread(descriptor, &values[i], 4, static_cast<off_t>(offsets[i])) != 4) state.SkipWithError("short read");
+    }
+    benchmark::DoNotOptimize(values.data());
+  }
+  ::close(descriptor);
+  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(offsets.size()));
+}
+
+void ANCHOR_MAPPED_GATHER(benchmark::State& state) {
+  const std::vector<int64_t>& offsets = DISPLACEMENT_OFFSETS();
+  const int descriptor = ::open(OPEN_LONG_RUN(tmrdar::header::V861).MOTION_FILE.NAME().c_str(), O_RDONLY);
+  struct stat info {};
+  ::fstat(descriptor, &info);
+  const auto size = static_cast<std::size_t>(info.st_size);
+  void* map = ::mmap(nullptr, size, PROT_READ, MAP_SHARED, descriptor, 0);
+  const auto* bytes = static_cast<const char*>(map);
+  std::vector<float> values(offsets.size());
+  for (auto _ : state) {
+    for (std::size_t i = 0; i < offsets.size(); ++i) std::memcpy(&values[i], bytes + offsets[i], 4);
+    benchmark::DoNotOptimize(values.data());
+  }
+  ::munmap(map, size);
+  ::close(descriptor);
+  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(offsets.size()));
+}
+
+BENCHMARK(ANCHOR_PREAD_LOOP)->Unit(benchmark::kMillisecond);
+BENCHMARK(ANCHOR_MAPPED_GATHER)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(HISTORY, displacement_V861, &V861, DISPLACEMENT)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(HISTORY, element_force_V861, &V861, ELEMENT_FORCE)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(HISTORY, guide_reaction_magnitude_V861, &V861, GUIDE_REACTION)->Unit(benchmark::kMillisecond);

@@ -9,6 +9,7 @@
 // the end of the file stays stale and is no failure.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -26,6 +27,23 @@ class DATABASE_FILE {
   bool IS_SET() const { return file_ != nullptr || unit_ != nullptr; }
   // Size of the file in bytes; 0 when none is set or open.
   int64_t SIZE() const { return file_ != nullptr ? file_->SIZE() : unit_ != nullptr ? unit_->SIZE() : 0; }
+
+  // The file's bytes when it is mapped (as many as its size last seen);
+  // empty otherwise.
+  std::span<const std::byte> MAPPED_BYTES() const {
+    const MOD_FILE::MAPPED_FILE* source =
+        file_ != nullptr ? file_->SOURCE() : unit_ != nullptr ? unit_->SOURCE() : nullptr;
+    if (source == nullptr || source->DATA() == nullptr) return {};
+    return {source->DATA(), static_cast<std::size_t>(source->SIZE())};
+  }
+  // The record file's bytes at an address, when it is mapped and holds them
+  // all, with its position moved behind them (`T_FILE::MAPPED_AT`); nullptr
+  // otherwise, and always through a unit.
+  const std::byte* MAPPED_AT(int64_t address, int64_t count) {
+    return file_ != nullptr ? file_->MAPPED_AT(address, count) : nullptr;
+  }
+  // Whether reads go through a frame unit, whose records are numbered in 32 bits.
+  bool IS_UNIT() const { return unit_ != nullptr; }
 
   void READ_INT_AT(std::span<int32_t> items, int64_t address, int32_t& status);
   void READ_REAL_AT(std::span<float> items, int64_t address, int32_t& status);

@@ -77,13 +77,15 @@ bool TIDE3_DATABASE_FILES::READ_SEA_BLOCKS(int32_t& flag) {
     }
   }
 
-  // Block 25: a diameter an element, eight to a record, the record read anew
-  // for each.
+  // Block 25: a diameter an element, eight to a record. Each record is read
+  // once: reading it again for each of its elements would give the same
+  // words, the same stale ones past the end, and fail at the same element.
   if (NUM_ELEMENTS > 0) {
     const int64_t block = BLOCK_POSITION(25);
     const int64_t rows = ROWS(NUM_ELEMENTS, t.CONTACT_DIAMETERS.EXTENT(1));
     for (int64_t i = 1; i <= rows; ++i) {
-      if (!read(block, PACKED_RECORD(i), 8)) return HEADER_FAILURE(DIAMETER_FAILURE, flag);
+      const bool new_record = i == 1 || PACKED_RECORD(i) != PACKED_RECORD(i - 1);
+      if (new_record && !read(block, PACKED_RECORD(i), 8)) return HEADER_FAILURE(DIAMETER_FAILURE, flag);
       t.CONTACT_DIAMETERS(i) = re[static_cast<std::size_t>(PACKED_PLACE(i) - 1)];
     }
   }

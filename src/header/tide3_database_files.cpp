@@ -164,7 +164,10 @@ bool TIDE3_DATABASE_FILES::BUILD_INDEXES() {
     if (!table.ALLOCATED() || table.EXTENT(2) < j) return std::span<const int32_t>();
     return std::span<const int32_t>(table.DATA()).subspan(static_cast<std::size_t>(j - 1) * rows, rows);
   };
-  return t.NODE_FILE_NUMBER_INDEX.BUILD(column(t.NODE_NUMBERS, 1)) &&
+  // The element ends were translated through the node file number index; it
+  // is built again only when it covers other rows than the whole column.
+  const std::span<const int32_t> file_numbers = column(t.NODE_NUMBERS, 1);
+  return (t.NODE_FILE_NUMBER_INDEX.COVERS(file_numbers) || t.NODE_FILE_NUMBER_INDEX.BUILD(file_numbers)) &&
          t.NODE_USER_NUMBER_INDEX.BUILD(column(t.NODE_NUMBERS, 2)) &&
          t.ELEMENT_USER_NUMBER_INDEX.BUILD(column(t.ELEMENT_NUMBERS, 2)) &&
          t.AUX_NODE_NUMBER_INDEX.BUILD(t.AUX_NODE_NUMBERS.DATA()) &&

@@ -170,6 +170,15 @@ class TIDE3_DATABASE_FILES : public HEADER_VARIABLES {
   void READIN_ARRAY(int32_t file, int64_t word, std::span<float> values, bool& error);
   // Forgets the kept records of both files.
   void CLEAR_RECORD_CACHE();
+  // The words `first`, `first + stride`, ... of a result file (1 motion, 2
+  // force), one into each value, with one test that the record of the last
+  // word lies whole inside the file: a gather out of the file's mapping,
+  // which gives what READIN would give word by word. False, with nothing
+  // read, when the file is not mapped, the words do not rise from word 1 on,
+  // or the last record is not in the file; the caller then reads word by word.
+  bool GATHER_WORDS(int32_t file, int64_t first, int64_t stride, std::span<float> values);
+  // When set, READIN appends each call's file (1 or 2) and word here.
+  std::vector<std::pair<int32_t, int64_t>>* READ_LOG = nullptr;
   // Rows of the user's numbers, from 1; 0 for a number no row holds, the
   // first row for a number that several hold. POST_ELEM_CODING takes a
   // negative number for an auxiliary element and answers its negated row;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "frame/base/error_handling.h"
 #include "frame/base/request_mask.h"
@@ -145,6 +147,24 @@ bool LOOKUP(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, 
   }
 }
 
+// Whether each step of a request is one word of its frame, read by READIN
+// and given as it is: a stored nodal motion component (displacement,
+// velocity, acceleration), an element's pressure, or its temperature.
+bool ONE_WORD_A_STEP(const header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request) {
+  const int32_t type = request.OUTPUT_TYPE;
+  const int32_t p = request.PARAMETER;
+  if (type >= 5 && type <= 7) {
+    const int64_t stored = db.VERSION.COMPONENTS_BY_DOFS ? db.DOFS_PER_NODE : 6;
+    return p >= 1 && p <= stored;
+  }
+  if (type == 18) return true;
+  if (type == 17) {
+    if (db.VERSION.FORCE_PARAMETERS == header::FORCE_NUMBERING::SECTION_BY_PARAMETER) return p == 14;
+    return p == 14 && FORCE_PARAMETER[14] == 29;
+  }
+  return false;
+}
+
 }  // namespace
 
 void VALIDATE_HISTORY_PARAM(const header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request,
@@ -222,7 +242,32 @@ void GETREQUESTEDHISTORY(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMEN
   REQUEST_POSITIONS positions;
   VALIDATE_HISTORY_PARAM(db, request, positions, status);
   if (status > 0) return;
-  for (std::size_t i = 0; i < values.size(); ++i) {
+  std::size_t start = 0;
+  if (values.size() >= 3 && ONE_WORD_A_STEP(db, request)) {
+    // The first two steps are looked up as every step is, with their reads
+    // logged: one word each, one frame apart, and the value that word itself.
+    // Then the word of every step is known, and the rest are gathered.
+    std::vector<std::pair<int32_t, int64_t>> log;
+    db.READ_LOG = &log;
+    bool failed = false;
+    for (; start < 2 && !failed; ++start) {
+      failed = LOOKUP(db, request, positions, static_cast<int32_t>(start + 1), values[start]);
+    }
+    db.READ_LOG = nullptr;
+    if (failed) {
+      status += MASK::READ_FAILED;
+      return;
+    }
+    if (log.size() == 2 && log[0].first == log[1].first) {
+      const int32_t file = log[0].first;
+      const int64_t stride = log[1].second - log[0].second;
+      const int64_t frame = file == 1 ? header::ME(db, 2) - header::ME(db, 1) : header::FE(db, 2) - header::FE(db, 1);
+      if (stride == frame && db.GATHER_WORDS(file, log[1].second, stride, values.subspan(1))) {
+        return;
+      }
+    }
+  }
+  for (std::size_t i = start; i < values.size(); ++i) {
     if (LOOKUP(db, request, positions, static_cast<int32_t>(i + 1), values[i])) {
       status += MASK::READ_FAILED;
       return;

@@ -134,14 +134,29 @@ TEST_F(HeaderArrays, TheOpenPlacesIntegrationPointsAlongEachElement) {
 }
 
 TEST(NumberIndex, GivesTheFirstRowOfANumber) {
+  constexpr int32_t LOW = std::numeric_limits<int32_t>::min();
+  constexpr int32_t HIGH = std::numeric_limits<int32_t>::max();
+  // Compact numbers go to a direct table, spread ones to a hash table; both
+  // answer with the first row and 0 for a number no row holds.
+  struct CASE {
+    std::vector<int32_t> numbers;
+    std::vector<std::pair<int32_t, int32_t>> answers;  // (number, row)
+  };
+  std::vector<int32_t> spread;  // 5,000 numbers 400,009 apart, the last twice
+  for (int32_t i = 0; i < 5'000; ++i) spread.push_back(-1'000'000'000 + i * 400'009);
+  spread.push_back(spread.back());
+  const CASE cases[] = {
+      {{40, 7, -3, 7, 0, 40}, {{40, 1}, {7, 2}, {-3, 3}, {0, 5}, {8, 0}, {41, 0}, {-4, 0}, {LOW, 0}}},
+      {{HIGH, LOW, 5, HIGH, 0}, {{HIGH, 1}, {LOW, 2}, {5, 3}, {0, 5}, {1, 0}, {HIGH - 1, 0}, {LOW + 1, 0}}},
+      {spread, {{spread[0], 1}, {spread[4'999], 5'000}, {spread[2'500], 2'501}, {spread[2'500] + 1, 0}, {0, 0}}},
+      {{}, {{40, 0}, {0, 0}}},
+  };
   NUMBER_INDEX index;
-  const std::vector<int32_t> numbers{40, 7, -3, 7, 0, 40};
-  ASSERT_TRUE(index.BUILD(numbers));
-  for (const auto& [number, row] : {std::pair{40, 1}, {7, 2}, {-3, 3}, {0, 5}, {8, 0}, {41, 0}}) {
-    EXPECT_EQ(index.FIND(number), row) << number;
+  for (const CASE& c : cases) {
+    ASSERT_TRUE(index.BUILD(c.numbers));
+    EXPECT_EQ(index.EMPTY(), c.numbers.empty());
+    for (const auto& [number, row] : c.answers) EXPECT_EQ(index.FIND(number), row) << number;
   }
-  ASSERT_TRUE(index.BUILD({}));
-  EXPECT_EQ(index.FIND(40), 0);
 }
 
 }  // namespace

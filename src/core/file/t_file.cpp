@@ -30,6 +30,9 @@ void TO_NATIVE(T* items, std::size_t count) {
 T_FILE::T_FILE(T_FILE&& other) noexcept
     : name_(std::move(other.name_)),
       handle_(std::exchange(other.handle_, nullptr)),
+      source_(std::move(other.source_)),
+      position_(std::exchange(other.position_, 0)),
+      failed_(std::exchange(other.failed_, false)),
       mode_(std::exchange(other.mode_, 0)) {}
 
 T_FILE& T_FILE::operator=(T_FILE&& other) noexcept {
@@ -37,6 +40,9 @@ T_FILE& T_FILE::operator=(T_FILE&& other) noexcept {
     CLOSE();
     name_ = std::move(other.name_);
     handle_ = std::exchange(other.handle_, nullptr);
+    source_ = std::move(other.source_);
+    position_ = std::exchange(other.position_, 0);
+    failed_ = std::exchange(other.failed_, false);
     mode_ = std::exchange(other.mode_, 0);
   }
   return *this;
@@ -46,9 +52,16 @@ bool T_FILE::OPEN(std::string_view path, int32_t mode) {
   mode_ = mode;
   if (IS_OPEN()) return false;
   name_.assign(path);
-  handle_ = std::fopen(name_.c_str(), HAS_MODE(MODE_WRITE) ? "wb" : "rb");
+  position_ = 0;
+  failed_ = false;
+  if (!HAS_MODE(MODE_WRITE)) {
+    // A directory holds no bytes, and the mapped layer refuses it.
+    auto source = std::make_unique<MAPPED_FILE>();
+    if (source->OPEN(name_)) source_ = std::move(source);
+    return source_ != nullptr;
+  }
+  handle_ = std::fopen(name_.c_str(), "wb");
   if (handle_ != nullptr) {
-    // A directory opens as a stream on some systems but holds no bytes.
     struct stat info {};
     if (::fstat(::fileno(handle_), &info) != 0 || S_ISDIR(info.st_mode)) {
       std::fclose(handle_);
@@ -61,6 +74,9 @@ bool T_FILE::OPEN(std::string_view path, int32_t mode) {
 void T_FILE::CLOSE() {
   if (handle_ != nullptr) std::fclose(handle_);
   handle_ = nullptr;
+  source_.reset();
+  position_ = 0;
+  failed_ = false;
   mode_ = 0;
 }
 
@@ -70,6 +86,7 @@ bool T_FILE::EXISTS() const {
 }
 
 int64_t T_FILE::SIZE() const {
+  if (source_ != nullptr) return source_->SIZE();
   struct stat info {};
   if (handle_ == nullptr || ::fstat(::fileno(handle_), &info) != 0) return 0;
   return static_cast<int64_t>(info.st_size);
@@ -82,10 +99,20 @@ void T_FILE::REMOVE() {
 }
 
 void T_FILE::SET_STATUS(int32_t* status) const {
-  if (status != nullptr) *status = std::ferror(handle_) != 0 ? 1 : 0;
+  if (status == nullptr) return;
+  *status = (source_ != nullptr ? failed_ : std::ferror(handle_) != 0) ? 1 : 0;
 }
 
 bool T_FILE::MOVE_TO(int64_t address, int32_t* status) {
+  if (source_ != nullptr) {
+    // A position past the end is no failure; the reads there find nothing.
+    if (address < 1 || failed_) {
+      if (status != nullptr) *status = 1;
+      return false;
+    }
+    position_ = address - 1;
+    return true;
+  }
   if (handle_ == nullptr || address < 1 ||
       ::fseeko(handle_, static_cast<off_t>(address - 1), SEEK_SET) != 0 ||
       std::ferror(handle_) != 0) {
@@ -98,6 +125,19 @@ bool T_FILE::MOVE_TO(int64_t address, int32_t* status) {
 template <typename T>
 void T_FILE::READ_ITEMS(T* items, std::size_t count, int32_t* status) {
   if (status != nullptr && *status != 0) return;
+  if (source_ != nullptr) {
+    // What the file does not hold keeps its old bytes, a part of an item too.
+    const int64_t got = source_->READ(position_, reinterpret_cast<std::byte*>(items),
+                                      static_cast<int64_t>(count * sizeof(T)));
+    if (got < 0) {
+      failed_ = true;
+    } else {
+      position_ += got;
+      TO_NATIVE(items, static_cast<std::size_t>(got) / sizeof(T));
+    }
+    SET_STATUS(status);
+    return;
+  }
   if (handle_ == nullptr) {
     if (status != nullptr) *status = 1;
     return;
@@ -122,6 +162,12 @@ void T_FILE::READ_STRIDED_AT(STRIDED<T> items, int64_t address, int32_t* status)
 template <typename T>
 void T_FILE::WRITE_ITEMS(const T* items, std::size_t count, int32_t* status) {
   if (status != nullptr && *status != 0) return;
+  if (source_ != nullptr) {
+    // A file open for reading refuses the write, and stays failed.
+    failed_ = true;
+    SET_STATUS(status);
+    return;
+  }
   if (handle_ == nullptr) {
     if (status != nullptr) *status = 1;
     return;

@@ -1,5 +1,8 @@
-// The record file object: a buffered binary stream with 1-based byte
-// addresses, through which the database files are read.
+// The record file object: a binary file with 1-based byte addresses,
+// through which the database files are read. A file opened for reading is
+// read through the mapped layer (`mapped_file.h`), a copy out of a mapping of
+// the file or out of a large chunk read by descriptor; a file opened for
+// writing is a buffered stream.
 //
 // Failure rule: every transfer takes an optional status. When the status is
 // already non-zero on entry, the transfer does nothing at all; afterwards the
@@ -11,9 +14,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "core/file/mapped_file.h"
 
 namespace tmrdar::MOD_FILE {
 
@@ -48,14 +54,17 @@ class T_FILE {
   void CLOSE();
   // Closes the file if it is open and deletes it, when it exists.
   void REMOVE();
-  bool IS_OPEN() const { return handle_ != nullptr; }
+  bool IS_OPEN() const { return handle_ != nullptr || source_ != nullptr; }
   // Whether a file of the stored name exists.
   bool EXISTS() const;
   bool HAS_MODE(int32_t mode) const { return (mode_ & mode) != 0; }
 
   const std::string& NAME() const { return name_; }
-  // Size of the open file in bytes; 0 when it is not open.
+  // Size of the open file in bytes; 0 when it is not open. For a file open
+  // for reading, the size last seen, which is where its reads end.
   int64_t SIZE() const;
+  // The mapped layer of a file open for reading; nullptr otherwise.
+  MAPPED_FILE* SOURCE() const { return source_.get(); }
   int32_t MODE() const { return mode_; }
 
   // Reads at the current position.
@@ -73,6 +82,18 @@ class T_FILE {
   void READ_CHAR_AT(std::span<char> text, int64_t address, int32_t* status = nullptr);
   void READ_1_INT_AT(int32_t& item, int64_t address, int32_t* status = nullptr);
   void READ_1_REAL_AT(float& item, int64_t address, int32_t* status = nullptr);
+
+  // The `count` bytes at a 1-based address, straight out of the mapping, when
+  // the file is mapped, has not failed, and holds them all; the position then
+  // stands behind them, as after a read of them. nullptr, with nothing
+  // changed, otherwise: the caller then reads them.
+  const std::byte* MAPPED_AT(int64_t address, int64_t count) {
+    if (source_ == nullptr || failed_ || address < 1 || count < 0) return nullptr;
+    const std::byte* data = source_->DATA();
+    if (data == nullptr || count > source_->SIZE() - (address - 1)) return nullptr;
+    position_ = address - 1 + count;
+    return data + (address - 1);
+  }
 
   // Strided forms: packed into a contiguous copy for the transfer.
   void READ_INT_AT(STRIDED<int32_t> items, int64_t address, int32_t* status = nullptr);
@@ -102,7 +123,10 @@ class T_FILE {
   void SET_STATUS(int32_t* status) const;
 
   std::string name_;
-  std::FILE* handle_ = nullptr;
+  std::FILE* handle_ = nullptr;  // a file open for writing
+  std::unique_ptr<MAPPED_FILE> source_;  // a file open for reading
+  int64_t position_ = 0;  // of the next read, from 0
+  bool failed_ = false;  // a read failed: the stream's error indicator
   int32_t mode_ = 0;
 };
 

@@ -4,6 +4,7 @@
 // optional or false.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -77,5 +78,32 @@ struct PATH_PARTS {
 // behind the last separator and the extension stays. Nothing is cut or
 // changed in case.
 PATH_PARTS SPLIT_PATH(std::string_view full_path);
+
+// Files read by descriptor, for the mapped layer of the record files.
+
+// What the system tells of an open file.
+struct FILE_FACTS {
+  int64_t SIZE = 0;
+  bool REGULAR = false;
+  bool DIRECTORY = false;
+};
+
+// Opens a file for reading; -1 when it cannot be opened.
+int OPEN_FOR_READING(const std::string& path);
+// Closes a descriptor; false when closing failed.
+bool CLOSE_DESCRIPTOR(int descriptor);
+// Size and kind of an open file; empty when the system does not tell.
+std::optional<FILE_FACTS> DESCRIPTOR_FACTS(int descriptor);
+// Maps the first `size` bytes of an open file read-only and shared; nullptr
+// when the system refuses (or size is not positive).
+const std::byte* MAP_READ_ONLY(int descriptor, int64_t size);
+void UNMAP(const std::byte* bytes, int64_t size);
+// Reads up to `count` bytes from byte `offset` on, repeating short reads
+// until the count is met or the file ends; the bytes read, or -1 when a read
+// failed.
+int64_t READ_AT_OFFSET(int descriptor, std::byte* bytes, int64_t count, int64_t offset);
+// True when the environment variable TMRDAR_NO_MMAP is "1": files are then
+// read by descriptor and never mapped.
+bool MAPPING_DISABLED();
 
 }  // namespace tmrdar::platform

@@ -1,9 +1,13 @@
+#include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdint>
 #include <cstdlib>
+#include <string_view>
 #include <fstream>
 #include <iterator>
 #include <vector>
@@ -92,6 +96,52 @@ std::vector<std::string> COMMAND_ARGUMENTS() {
     start = end + 1;
   }
   return arguments;
+}
+
+int OPEN_FOR_READING(const std::string& path) {
+  int descriptor = -1;
+  do {
+    descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  } while (descriptor < 0 && errno == EINTR);
+  return descriptor;
+}
+
+bool CLOSE_DESCRIPTOR(int descriptor) { return ::close(descriptor) == 0; }
+
+std::optional<FILE_FACTS> DESCRIPTOR_FACTS(int descriptor) {
+  struct stat info {};
+  if (::fstat(descriptor, &info) != 0) return std::nullopt;
+  return FILE_FACTS{.SIZE = static_cast<int64_t>(info.st_size),
+                    .REGULAR = S_ISREG(info.st_mode),
+                    .DIRECTORY = S_ISDIR(info.st_mode)};
+}
+
+const std::byte* MAP_READ_ONLY(int descriptor, int64_t size) {
+  if (size <= 0 || static_cast<uint64_t>(size) > SIZE_MAX) return nullptr;
+  void* bytes = ::mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, descriptor, 0);
+  return bytes == MAP_FAILED ? nullptr : static_cast<const std::byte*>(bytes);
+}
+
+void UNMAP(const std::byte* bytes, int64_t size) {
+  if (bytes != nullptr) ::munmap(const_cast<std::byte*>(bytes), static_cast<std::size_t>(size));
+}
+
+int64_t READ_AT_OFFSET(int descriptor, std::byte* bytes, int64_t count, int64_t offset) {
+  int64_t done = 0;
+  while (done < count) {
+    const ssize_t got = ::pread(descriptor, bytes + done, static_cast<std::size_t>(count - done),
+                                static_cast<off_t>(offset + done));
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return -1;
+    if (got == 0) break;
+    done += got;
+  }
+  return done;
+}
+
+bool MAPPING_DISABLED() {
+  const char* value = std::getenv("TMRDAR_NO_MMAP");
+  return value != nullptr && std::string_view(value) == "1";
 }
 
 }  // namespace tmrdar::platform

@@ -1,51 +1,34 @@
 #include "frame/base/io_units.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tmrdar::IO_UNITS {
 
 bool DIRECT_ACCESS_UNIT::OPEN(const std::string& path, int64_t record_length) {
   CLOSE();
   if (record_length < 1) return false;
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) return false;
-  struct stat info {};
-  if (::fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
-    ::close(descriptor);
-    return false;
-  }
-  descriptor_ = descriptor;
+  auto file = std::make_unique<MOD_FILE::MAPPED_FILE>();
+  if (!file->OPEN(path) || !file->IS_REGULAR()) return false;
+  file_ = std::move(file);
   record_length_ = record_length;
-  file_size_ = static_cast<int64_t>(info.st_size);
   return true;
 }
 
 bool DIRECT_ACCESS_UNIT::CLOSE() {
-  if (descriptor_ < 0) return true;
-  const bool closed = ::close(descriptor_) == 0;
-  descriptor_ = -1;
+  if (file_ == nullptr) return true;
+  const bool closed = file_->CLOSE();
+  file_.reset();
   record_length_ = 0;
-  file_size_ = 0;
   return closed;
 }
 
 bool DIRECT_ACCESS_UNIT::READ(int64_t record, int64_t offset, std::span<std::byte> bytes) const {
-  if (descriptor_ < 0 || record < 1 || offset < 0) return false;
+  if (file_ == nullptr || record < 1 || offset < 0) return false;
   const auto count = static_cast<int64_t>(bytes.size());
   if (offset + count > record_length_) return false;
   // Records past the end of the file, or cut short by it, do not exist.
-  if (record > file_size_ / record_length_) return false;
+  if (record > file_->SIZE() / record_length_) return false;
   const int64_t start = (record - 1) * record_length_ + offset;
-  int64_t done = 0;
-  while (done < count) {
-    const ssize_t got = ::pread(descriptor_, bytes.data() + done, static_cast<std::size_t>(count - done),
-                                static_cast<off_t>(start + done));
-    if (got <= 0) return false;
-    done += got;
-  }
-  return true;
+  return file_->READ(start, bytes.data(), count) == count;
 }
 
 namespace {

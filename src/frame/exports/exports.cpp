@@ -7,6 +7,7 @@
 #include <span>
 #include <string_view>
 
+#include "core/file/mapped_file.h"
 #include "frame/exports/library_state.h"
 #include "frame/exports/request_checks.h"
 #include "results/requests.h"
@@ -23,6 +24,9 @@ template <typename BODY>
 int32_t GUARDED(int32_t fallback, BODY body) noexcept {
   try {
     const std::lock_guard<std::mutex> hold(LIBRARY_LOCK());
+    // A file that another program changed since the last export is seen at
+    // its new size from here on.
+    tmrdar::MOD_FILE::REFRESH_OPEN_FILES();
     return body();
   } catch (...) {
     return fallback;

@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
+#include "core/file/mapped_file.h"
 #include "support/scratch_dir.h"
 
 namespace tmrdar::MOD_FILE {
@@ -89,6 +91,120 @@ TEST(RecordFile, AddressesBeyondFourGigabytesWork) {
   file.READ_1_INT_AT(item, address, &status);
   EXPECT_EQ(status, 0);
   EXPECT_EQ(item, 1234567);
+}
+
+// A file of 300,000 words, word w holding w, so that reads cross the chunks
+// of the reads by descriptor (256 KiB) at every kind of place.
+std::string COUNTING_WORDS(const SCRATCH_DIR& dir, int32_t count) {
+  std::vector<int32_t> words(static_cast<std::size_t>(count));
+  for (int32_t w = 1; w <= count; ++w) words[static_cast<std::size_t>(w - 1)] = w;
+  return dir.WRITE("counting", std::string_view(reinterpret_cast<const char*>(words.data()), words.size() * 4));
+}
+
+TEST(RecordFileReads, CopiesMatchTheFileAcrossChunksAndStopAtItsEnd) {
+  constexpr int32_t COUNT = 300'000;
+  SCRATCH_DIR dir;
+  T_FILE file;
+  ASSERT_TRUE(file.OPEN(COUNTING_WORDS(dir, COUNT), MODE_READ));
+  struct ROW {
+    int32_t first_word;  // of the read, from 1
+    int32_t words;
+    int32_t held;  // words the file holds of them
+  };
+  const ROW rows[] = {
+      {1, 8, 8},
+      {65'530, 12, 12},          // across the end of the first chunk
+      {65'537, 1, 1},            // the first word of the second chunk
+      {200'000, 3, 3},           // forwards past a chunk, then
+      {10, 5, 5},                // backwards into the first one
+      {100'000, 70'000, 70'000}, // longer than half a chunk: read directly
+      {COUNT - 2, 8, 3},         // cut by the end: the rest stays stale
+      {COUNT + 1, 4, 0},         // wholly past the end
+  };
+  for (const ROW& row : rows) {
+    std::vector<int32_t> items(static_cast<std::size_t>(row.words), -9);
+    int32_t status = 0;
+    file.READ_INT_AT(items, RECN8(1) + 4 * int64_t{row.first_word - 1}, &status);
+    EXPECT_EQ(status, 0) << row.first_word;
+    for (int32_t i = 0; i < row.words; ++i) {
+      const int32_t expected = i < row.held ? row.first_word + i : -9;
+      ASSERT_EQ(items[static_cast<std::size_t>(i)], expected) << "read from word " << row.first_word << ", item " << i;
+    }
+  }
+  // A plain read continues behind the last word the file held.
+  int32_t next = -9;
+  int32_t status = 0;
+  file.READ_1_INT_AT(next, 4 * int64_t{COUNT - 1} + 1, &status);
+  file.READ_1_INT(next, &status);
+  EXPECT_EQ(next, COUNT);  // nothing left: the word keeps what the first read gave
+  EXPECT_EQ(status, 0);
+}
+
+TEST(RecordFileReads, AFileCutOrGrownIsSeenAtItsNewSizeAfterARefresh) {
+  SCRATCH_DIR dir;
+  const std::string path = dir.WRITE("f", WORDS({1, 2, 3, 4, 5, 6, 7, 8}));
+  T_FILE file;
+  ASSERT_TRUE(file.OPEN(path, MODE_READ));
+  std::error_code error;
+  std::filesystem::resize_file(path, 12, error);
+  ASSERT_FALSE(error);
+  REFRESH_OPEN_FILES();
+  EXPECT_EQ(file.SIZE(), 12);
+  std::array<int32_t, 4> items{};
+  items.fill(-1);
+  int32_t status = 0;
+  file.READ_INT_AT(items, 5, &status);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(items, (std::array<int32_t, 4>{2, 3, -1, -1}));
+
+  {
+    std::ofstream out(path, std::ios::binary | std::ios::app);
+    out << WORDS({40, 50});
+  }
+  REFRESH_OPEN_FILES();
+  EXPECT_EQ(file.SIZE(), 20);
+  file.READ_INT_AT(items, 5, &status);
+  EXPECT_EQ(items, (std::array<int32_t, 4>{2, 3, 40, 50}));
+  EXPECT_EQ(status, 0);
+}
+
+TEST(RecordFileReads, AFileThatIsNoRegularFileIsReadByDescriptor) {
+  // A character device cannot be mapped, holds no size, and ends where its
+  // reads end.
+  T_FILE file;
+  if (!file.OPEN("/dev/zero", MODE_READ)) GTEST_SKIP() << "no /dev/zero here";
+  EXPECT_EQ(file.SIZE(), 0);
+  EXPECT_EQ(file.SOURCE()->DATA(), nullptr);
+  std::array<int32_t, 8> items{};
+  items.fill(-1);
+  int32_t status = 0;
+  file.READ_INT_AT(items, RECN8(1'000), &status);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(items, (std::array<int32_t, 8>{}));
+}
+
+TEST(RecordFileReads, TheEnvironmentChoosesBetweenMappingAndDescriptor) {
+  SCRATCH_DIR dir;
+  T_FILE file;
+  ASSERT_TRUE(file.OPEN(dir.WRITE("f", WORDS({1, 2, 3})), MODE_READ));
+  const char* choice = std::getenv("TMRDAR_NO_MMAP");
+  const bool unmapped = choice != nullptr && std::string_view(choice) == "1";
+  EXPECT_EQ(file.SOURCE()->DATA() == nullptr, unmapped);
+
+  // Bytes straight out of the mapping only when it holds them all; the
+  // position then stands behind them, as after a read.
+  EXPECT_EQ(file.MAPPED_AT(9, 8), nullptr) << "past the end";
+  EXPECT_EQ(file.MAPPED_AT(0, 4), nullptr) << "before the start";
+  const std::byte* bytes = file.MAPPED_AT(5, 4);
+  ASSERT_EQ(bytes == nullptr, unmapped);
+  if (unmapped) return;
+  int32_t word = 0;
+  std::memcpy(&word, bytes, 4);
+  EXPECT_EQ(word, 2);
+  int32_t next = 0;
+  int32_t status = 0;
+  file.READ_1_INT(next, &status);
+  EXPECT_EQ(next, 3);
 }
 
 }  // namespace

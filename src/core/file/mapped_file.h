@@ -1,0 +1,74 @@
+// The mapped layer under the record files and the frame's file units: a file
+// opened for reading is mapped whole, read-only and shared, and a read is a
+// copy out of the mapping. A file that cannot be mapped (a pipe, a special
+// file, a file system that refuses, or TMRDAR_NO_MMAP=1) is read by
+// descriptor in large chunks through a window of its bytes.
+//
+// The size of a regular file is taken at open and again by REFRESH, which
+// every export runs for every open file before it does anything else; a read
+// never reaches past the size last seen, so a file cut short by another
+// program reads as the shorter file from the next export on.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string>
+
+namespace tmrdar::MOD_FILE {
+
+class MAPPED_FILE {
+ public:
+  MAPPED_FILE() = default;
+  ~MAPPED_FILE() { CLOSE(); }
+  MAPPED_FILE(const MAPPED_FILE&) = delete;
+  MAPPED_FILE& operator=(const MAPPED_FILE&) = delete;
+
+  // Opens an existing file that is no directory; false when it cannot be had.
+  bool OPEN(const std::string& path);
+  // Closes; false only when closing the descriptor failed.
+  bool CLOSE();
+  bool IS_OPEN() const { return descriptor_ >= 0; }
+  bool IS_REGULAR() const { return regular_; }
+  // Size in bytes as last seen (at open or by REFRESH); 0 for a file that is
+  // not regular.
+  int64_t SIZE() const { return size_; }
+  // Takes the size anew; a file whose size changed is mapped again at its new
+  // size, or read by descriptor when the mapping is refused.
+  void REFRESH();
+
+  // Copies the bytes from `offset` (from 0) on, as many of `count` as the
+  // file holds; returns how many, or -1 when a read by descriptor failed.
+  int64_t READ(int64_t offset, std::byte* bytes, int64_t count) {
+    // The common case inline: a mapped file and bytes it holds.
+    if (map_ != nullptr && offset >= 0 && count >= 0 && count <= size_ - offset) {
+      std::memcpy(bytes, map_ + offset, static_cast<std::size_t>(count));
+      return count;
+    }
+    return READ_SLOW(offset, bytes, count);
+  }
+  // The file's bytes, SIZE() of them, when it is mapped; nullptr otherwise.
+  const std::byte* DATA() const { return map_; }
+
+ private:
+  int64_t READ_SLOW(int64_t offset, std::byte* bytes, int64_t count);
+  void MAP();
+  void UNMAP();
+
+  int descriptor_ = -1;
+  bool regular_ = false;
+  int64_t size_ = 0;
+  const std::byte* map_ = nullptr;
+  int64_t mapped_size_ = 0;
+  // The fallback's window: bytes [window_start_, window_start_ + window_length_).
+  std::unique_ptr<std::byte[]> window_;
+  int64_t window_start_ = 0;
+  int64_t window_length_ = 0;
+};
+
+// Refreshes every open mapped file. The exports call it first, under the
+// library's lock.
+void REFRESH_OPEN_FILES();
+
+}  // namespace tmrdar::MOD_FILE
