@@ -77,7 +77,7 @@ VALUE_OVERRIDES = {"LINES": "lines_of", "FIELDS": "fields_of"}
 
 # Names that are types in one place and functions in another: called, they
 # are the function (where clang does not see them, as in a test macro).
-CALLED_NAMES = {"ASK", "WALK", "LINES", "REAL", "MODEL", "TABLE", "ROWS"}
+CALLED_NAMES = {"ASK", "WALK", "LINES", "REAL", "MODEL", "TABLE", "ROWS", "WORDS"}
 
 # Names that would meet a local of the same spelling in one file.
 PER_FILE_OVERRIDES = {
@@ -86,6 +86,7 @@ PER_FILE_OVERRIDES = {
     "tests/seabed/seabed_library_test.cpp": {"PLANE": "plane_floor", "WAVY": "wavy_floor", "AT": "surface_at"},
     "tests/tools/cli_sample_test.cpp": {"JOB": "sample_job", "ROWS": "table_rows", "REAL": "real_of"},
     "tests/tools/cli_input_test.cpp": {"REASON": "reason_of"},
+    "benchmarks/header/open_benchmark.cpp": {"ELEMENTS": "element_count", "NODES": "node_count"},
 }
 
 # Types of the public interface whose name is also an internal type's:
@@ -338,6 +339,8 @@ class Renamer:
             return snake(name[4:] if name.startswith("MOD_") else name)
         if kind == "type":
             return PUBLIC_TYPE_OVERRIDES.get(token, snake(name)) if public else pascal(name)
+        if member:  # a member keeps its plain name
+            return snake(name)
         overrides = PER_FILE_OVERRIDES.get(relpath, {})
         return overrides.get(token, VALUE_OVERRIDES.get(token, snake(name)))
 
