@@ -17,52 +17,52 @@
 
 namespace {
 
-using tmrdar::builder::JOB;
+using tmrdar::builder::Job;
 
-constexpr int32_t ROWS_PER_CONNECTION = 50;
+constexpr int32_t rows_per_connection = 50;
 
-std::string WRITE_MODEL(int32_t elements) {
+std::string write_model(int32_t elements) {
   const std::filesystem::path dir = std::filesystem::temp_directory_path() / "tmrdar_query_benchmark";
   std::filesystem::create_directories(dir);
-  JOB job;
-  job.RUN.NUM_TIME_STEPS = 1;
-  tmrdar::builder::MODEL& m = job.MODEL;
+  Job job;
+  job.run.num_time_steps = 1;
+  tmrdar::builder::Model& m = job.model;
   const int32_t nodes = elements + 1;
-  m.NODES.reserve(static_cast<std::size_t>(nodes));
+  m.nodes.reserve(static_cast<std::size_t>(nodes));
   for (int32_t j = 1; j <= nodes; ++j) {
-    m.NODES.push_back({.FILE_NUMBER = j, .X = static_cast<float>(j), .USER_NUMBER = nodes + 1 - j});
+    m.nodes.push_back({.file_number = j, .x = static_cast<float>(j), .user_number = nodes + 1 - j});
   }
-  m.ELEMENTS.reserve(static_cast<std::size_t>(elements));
+  m.elements.reserve(static_cast<std::size_t>(elements));
   for (int32_t i = 1; i <= elements; ++i) {
-    m.ELEMENTS.push_back({.FILE_NUMBER = i,
-                          .USER_NUMBER = elements + 1 - i,
-                          .NODES = {i, i + 1},
-                          .LENGTH = 1.5F,
-                          .B1 = 1.0F,
-                          .MATERIAL_2 = 3});
+    m.elements.push_back({.file_number = i,
+                          .user_number = elements + 1 - i,
+                          .nodes = {i, i + 1},
+                          .length = 1.5F,
+                          .b1 = 1.0F,
+                          .material_2 = 3});
   }
   // Connection c: elements 2Rc + 1 to 2Rc + R around elements 2Rc + R + 1 to
   // 2Rc + 2R, R rows each.
-  for (int32_t c = 0; 2 * ROWS_PER_CONNECTION * (c + 1) <= elements; ++c) {
-    tmrdar::builder::PIP_CONNECTION connection;
-    for (int32_t r = 1; r <= ROWS_PER_CONNECTION; ++r) {
-      const int32_t outer = 2 * ROWS_PER_CONNECTION * c + r;
-      connection.push_back({outer, outer + ROWS_PER_CONNECTION});
+  for (int32_t c = 0; 2 * rows_per_connection * (c + 1) <= elements; ++c) {
+    tmrdar::builder::PipConnection connection;
+    for (int32_t r = 1; r <= rows_per_connection; ++r) {
+      const int32_t outer = 2 * rows_per_connection * c + r;
+      connection.push_back({outer, outer + rows_per_connection});
     }
-    m.PIPE_IN_PIPE.push_back(connection);
+    m.pipe_in_pipe.push_back(connection);
   }
   const std::string stem = (dir / ("model_" + std::to_string(elements))).string();
-  job.WRITE(stem);
+  job.write(stem);
   return stem;
 }
 
 // Opens the model of this many elements, writing it the first time.
-bool OPEN_MODEL(int32_t elements) {
+bool open_model(int32_t elements) {
   static std::map<int32_t, std::string> written;
   static int32_t open = 0;
   if (open == elements) return true;
   auto found = written.find(elements);
-  if (found == written.end()) found = written.emplace(elements, WRITE_MODEL(elements)).first;
+  if (found == written.end()) found = written.emplace(elements, write_model(elements)).first;
   const std::string& stem = found->second;
   int32_t m = 0;
   int32_t f = 0;
@@ -76,17 +76,17 @@ bool OPEN_MODEL(int32_t elements) {
   return ok;
 }
 
-const int32_t CODE = 13;
+const int32_t code = 13;
 
 void BM_EveryNode(benchmark::State& state) {
   const auto elements = static_cast<int32_t>(state.range(0));
-  if (!OPEN_MODEL(elements)) return state.SkipWithError("the model did not open");
+  if (!open_model(elements)) return state.SkipWithError("the model did not open");
   const int32_t kind = 0;
   for (auto _ : state) {
     double sum = 0.0;
     for (int32_t node = 1; node <= elements + 1; ++node) {
       std::array<float, 3> xyz{};
-      if (GetNodeProperties(&CODE, &CODE, &node, &kind, xyz.data()) != elements + 2 - node) {
+      if (GetNodeProperties(&code, &code, &node, &kind, xyz.data()) != elements + 2 - node) {
         return state.SkipWithError("a node was not found in its row");
       }
       sum += xyz[0];
@@ -99,7 +99,7 @@ void BM_EveryNode(benchmark::State& state) {
 
 void BM_EveryElement(benchmark::State& state) {
   const auto elements = static_cast<int32_t>(state.range(0));
-  if (!OPEN_MODEL(elements)) return state.SkipWithError("the model did not open");
+  if (!open_model(elements)) return state.SkipWithError("the model did not open");
   const int32_t kind = 0;
   const int32_t n = 15;
   for (auto _ : state) {
@@ -107,7 +107,7 @@ void BM_EveryElement(benchmark::State& state) {
     for (int32_t element = 1; element <= elements; ++element) {
       std::array<int32_t, 15> ints{};
       std::array<float, 15> reals{};
-      if (GetElementProperties(&CODE, &CODE, &element, &kind, &n, ints.data(), reals.data()) != 0) {
+      if (GetElementProperties(&code, &code, &element, &kind, &n, ints.data(), reals.data()) != 0) {
         return state.SkipWithError("an element was not found");
       }
       sum += ints[0] + ints[1];
@@ -120,12 +120,12 @@ void BM_EveryElement(benchmark::State& state) {
 
 void BM_EveryDistance(benchmark::State& state) {
   const auto elements = static_cast<int32_t>(state.range(0));
-  if (!OPEN_MODEL(elements)) return state.SkipWithError("the model did not open");
+  if (!open_model(elements)) return state.SkipWithError("the model did not open");
   for (auto _ : state) {
     float last = 0.0F;
     for (int32_t element = 1; element <= elements; ++element) {
       for (int32_t position = 1; position <= 3; ++position) {
-        if (GetDistanceAlongRiser(&CODE, &CODE, &element, &position, &last) != 0) {
+        if (GetDistanceAlongRiser(&code, &code, &element, &position, &last) != 0) {
           return state.SkipWithError("an element was not found");
         }
       }

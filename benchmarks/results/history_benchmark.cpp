@@ -18,72 +18,72 @@
 #include <vector>
 
 #include "builder/job.h"
-#include "header/tide3_database_files.h"
+#include "header/format_reader.h"
 #include "results/requests.h"
 
 namespace {
 
-using tmrdar::builder::JOB;
-using tmrdar::results::REQUEST_ARGUMENTS;
+using tmrdar::builder::Job;
+using tmrdar::results::RequestArguments;
 
-constexpr int32_t STEPS = 100'000;
+constexpr int32_t steps = 100'000;
 
-tmrdar::header::TIDE3_DATABASE_FILES& OPEN_LONG_RUN(const tmrdar::header::FORMAT_VERSION& format) {
+tmrdar::header::FormatReader& open_long_run(const tmrdar::header::FormatVersion& format) {
   static const std::string dir = [] {
     const std::filesystem::path path = std::filesystem::temp_directory_path() / "tmrdar_history_benchmark";
     std::filesystem::create_directories(path);
     return path.string() + "/";
   }();
-  const std::string name = "long-" + std::string(format.NAME);
-  tmrdar::header::TIDE3_DATABASE_FILES& db = *tmrdar::header::TIDE3_DATABASE_MODULE(format.DATABASE_VERSION);
-  if (db.NUM_TIME_STEPS != STEPS) {
-    JOB job(format);
-    job.RUN.NUM_TIME_STEPS = STEPS;
-    job.MODEL.NODES = {{.FILE_NUMBER = 1, .USER_NUMBER = 1}, {.FILE_NUMBER = 2, .X = 10.0F, .USER_NUMBER = 2}};
-    job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 1, .NODES = {1, 2}, .LENGTH = 10.0F}};
-    job.MODEL.GUIDE_SURFACES = {{.ID = 1, .NAME = "Guide"}};
-    job.RUN.OUTPUT_FLAGS[0] = 1;  // displacements
-    job.RUN.OUTPUT_FLAGS[3] = 1;  // reactions and contact sections
-    job.RUN.OUTPUT_FLAGS[4] = 1;  // the first element section
-    job.WRITE(dir + name);
+  const std::string name = "long-" + std::string(format.name);
+  tmrdar::header::FormatReader& db = *tmrdar::header::reader_for_version(format.database_version);
+  if (db.num_time_steps != steps) {
+    Job job(format);
+    job.run.num_time_steps = steps;
+    job.model.nodes = {{.file_number = 1, .user_number = 1}, {.file_number = 2, .x = 10.0F, .user_number = 2}};
+    job.model.elements = {{.file_number = 1, .user_number = 1, .nodes = {1, 2}, .length = 10.0F}};
+    job.model.guide_surfaces = {{.id = 1, .name = "Guide"}};
+    job.run.output_flags[0] = 1;  // displacements
+    job.run.output_flags[3] = 1;  // reactions and contact sections
+    job.run.output_flags[4] = 1;  // the first element section
+    job.write(dir + name);
     bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES(name, dir, failed);
+    db.open_database_files(name, dir, failed);
   }
   return db;
 }
 
-void HISTORY(benchmark::State& state, const tmrdar::header::FORMAT_VERSION* format, REQUEST_ARGUMENTS request) {
-  tmrdar::header::TIDE3_DATABASE_FILES& db = OPEN_LONG_RUN(*format);
-  std::vector<float> values(STEPS);
+void history(benchmark::State& state, const tmrdar::header::FormatVersion* format, RequestArguments request) {
+  tmrdar::header::FormatReader& db = open_long_run(*format);
+  std::vector<float> values(steps);
   for (auto _ : state) {
     int32_t status = 0;
-    tmrdar::results::GETREQUESTEDHISTORY(db, request, values, status);
+    tmrdar::results::getrequestedhistory(db, request, values, status);
     if (status != 0) state.SkipWithError("the history was refused");
     benchmark::DoNotOptimize(values.data());
   }
-  state.SetItemsProcessed(state.iterations() * STEPS);
+  state.SetItemsProcessed(state.iterations() * steps);
 }
 
-constexpr REQUEST_ARGUMENTS DISPLACEMENT{.OUTPUT_TYPE = 5, .PARAMETER = 2, .NODE = 2};
-constexpr REQUEST_ARGUMENTS ELEMENT_FORCE{.OUTPUT_TYPE = 17, .PARAMETER = 1, .ELEMENT = 1, .LOCATION = 2};
-constexpr REQUEST_ARGUMENTS GUIDE_REACTION{.OUTPUT_TYPE = 14, .PARAMETER = 4, .NODE = 1};
-using tmrdar::header::V811;
-using tmrdar::header::V841;
-using tmrdar::header::V861;
+constexpr RequestArguments displacement{.output_type = 5, .parameter = 2, .node = 2};
+constexpr RequestArguments element_force{.output_type = 17, .parameter = 1, .element = 1, .location = 2};
+constexpr RequestArguments guide_reaction{.output_type = 14, .parameter = 4, .node = 1};
+using tmrdar::header::v811;
+using tmrdar::header::v841;
+using tmrdar::header::v861;
 
 // The byte offsets (from 0) of the displacement's word in each step's frame
 // of the newest format's motion file, as the library reads them.
-const std::vector<int64_t>& DISPLACEMENT_OFFSETS() {
+const std::vector<int64_t>& displacement_offsets() {
   static const std::vector<int64_t> offsets = [] {
-    tmrdar::header::TIDE3_DATABASE_FILES& db = OPEN_LONG_RUN(tmrdar::header::V861);
+    tmrdar::header::FormatReader& db = open_long_run(tmrdar::header::v861);
     std::vector<std::pair<int32_t, int64_t>> log;
-    db.READ_LOG = &log;
-    for (int32_t step = 1; step <= STEPS; ++step) {
+    db.read_log = &log;
+    for (int32_t step = 1; step <= steps; ++step) {
       float value = 0.0F;
       int32_t status = 0;
-      tmrdar::results::GETREQUESTEDSINGLEVALUE(db, DISPLACEMENT, step, value, status);
+      tmrdar::results::getrequestedsinglevalue(db, displacement, step, value, status);
     }
-    db.READ_LOG = nullptr;
+    db.read_log = nullptr;
     std::vector<int64_t> result;
     for (const auto& [file, word] : log) result.push_back(4 * (word - 1));
     return result;
@@ -91,9 +91,9 @@ const std::vector<int64_t>& DISPLACEMENT_OFFSETS() {
   return offsets;
 }
 
-void ANCHOR_PREAD_LOOP(benchmark::State& state) {
-  const std::vector<int64_t>& offsets = DISPLACEMENT_OFFSETS();
-  const int descriptor = ::open(OPEN_LONG_RUN(tmrdar::header::V861).MOTION_FILE.NAME().c_str(), O_RDONLY);
+void anchor_pread_loop(benchmark::State& state) {
+  const std::vector<int64_t>& offsets = displacement_offsets();
+  const int descriptor = ::open(open_long_run(tmrdar::header::v861).motion_file.name().c_str(), O_RDONLY);
   std::vector<float> values(offsets.size());
   for (auto _ : state) {
     for (std::size_t i = 0; i < offsets.size(); ++i) {
@@ -105,9 +105,9 @@ void ANCHOR_PREAD_LOOP(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(offsets.size()));
 }
 
-void ANCHOR_MAPPED_GATHER(benchmark::State& state) {
-  const std::vector<int64_t>& offsets = DISPLACEMENT_OFFSETS();
-  const int descriptor = ::open(OPEN_LONG_RUN(tmrdar::header::V861).MOTION_FILE.NAME().c_str(), O_RDONLY);
+void anchor_mapped_gather(benchmark::State& state) {
+  const std::vector<int64_t>& offsets = displacement_offsets();
+  const int descriptor = ::open(open_long_run(tmrdar::header::v861).motion_file.name().c_str(), O_RDONLY);
   struct stat info {};
   ::fstat(descriptor, &info);
   const auto size = static_cast<std::size_t>(info.st_size);
@@ -123,14 +123,14 @@ void ANCHOR_MAPPED_GATHER(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(offsets.size()));
 }
 
-BENCHMARK(ANCHOR_PREAD_LOOP)->Unit(benchmark::kMillisecond);
-BENCHMARK(ANCHOR_MAPPED_GATHER)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HISTORY, displacement_V861, &V861, DISPLACEMENT)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HISTORY, element_force_V861, &V861, ELEMENT_FORCE)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HISTORY, guide_reaction_magnitude_V861, &V861, GUIDE_REACTION)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HISTORY, displacement_V841, &V841, DISPLACEMENT)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HISTORY, displacement_V811, &V811, DISPLACEMENT)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HISTORY, element_force_V811, &V811, ELEMENT_FORCE)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HISTORY, guide_reaction_magnitude_V811, &V811, GUIDE_REACTION)->Unit(benchmark::kMillisecond);
+BENCHMARK(anchor_pread_loop)->Unit(benchmark::kMillisecond);
+BENCHMARK(anchor_mapped_gather)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(history, displacement_V861, &v861, displacement)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(history, element_force_V861, &v861, element_force)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(history, guide_reaction_magnitude_V861, &v861, guide_reaction)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(history, displacement_V841, &v841, displacement)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(history, displacement_V811, &v811, displacement)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(history, element_force_V811, &v811, element_force)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(history, guide_reaction_magnitude_V811, &v811, guide_reaction)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -13,49 +13,49 @@
 
 namespace {
 
-constexpr int32_t ELEMENTS = 10'000;
-constexpr int32_t STEPS = 1'000;
+constexpr int32_t elements = 10'000;
+constexpr int32_t steps = 1'000;
 
 // The job, written once into the temporary directory, and held open.
-tmrdar::JOB& LONG_RISER() {
-  static tmrdar::JOB job = [] {
+tmrdar::job& long_riser() {
+  static tmrdar::job job = [] {
     const std::filesystem::path dir = std::filesystem::temp_directory_path() / "tmrdar_range_graph_benchmark";
     std::filesystem::create_directories(dir);
     const std::string stem = (dir / "riser").string();
-    tmrdar::builder::JOB riser;
-    riser.RUN.NUM_TIME_STEPS = STEPS;
-    riser.RUN.OUTPUT_FLAGS[4] = 1;  // the first element section
-    for (int32_t n = 1; n <= ELEMENTS + 1; ++n) {
-      riser.MODEL.NODES.push_back({.FILE_NUMBER = n, .X = static_cast<float>(n), .USER_NUMBER = n});
+    tmrdar::builder::Job riser;
+    riser.run.num_time_steps = steps;
+    riser.run.output_flags[4] = 1;  // the first element section
+    for (int32_t n = 1; n <= elements + 1; ++n) {
+      riser.model.nodes.push_back({.file_number = n, .x = static_cast<float>(n), .user_number = n});
     }
-    for (int32_t e = 1; e <= ELEMENTS; ++e) {
-      riser.MODEL.ELEMENTS.push_back({.FILE_NUMBER = e, .USER_NUMBER = e, .NODES = {e, e + 1}, .LENGTH = 1.0F});
+    for (int32_t e = 1; e <= elements; ++e) {
+      riser.model.elements.push_back({.file_number = e, .user_number = e, .nodes = {e, e + 1}, .length = 1.0F});
     }
-    for (int32_t step = 1; step <= STEPS; step += 97) {
-      riser.RESULTS.SET(tmrdar::builder::SECTION_KIND::ELEMENT_9, step, 1 + step % ELEMENTS, 2,
+    for (int32_t step = 1; step <= steps; step += 97) {
+      riser.results.set(tmrdar::builder::SectionKind::element_9, step, 1 + step % elements, 2,
                         static_cast<float>(step));
     }
-    riser.WRITE(stem);
-    return tmrdar::JOB(stem);
+    riser.write(stem);
+    return tmrdar::job(stem);
   }();
   return job;
 }
 
-void RANGE_GRAPH(benchmark::State& state) {
-  const tmrdar::JOB& job = LONG_RISER();
-  tmrdar::REQUEST tension;
-  tension.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::ELEMENT_FORCE;
-  tension.SUBTYPE = tmrdar::ELEMENT_FORCE::SECTION_1;
-  std::vector<tmrdar::RISER_POINT> points = job.RISER_POINTS(tension.OUTPUT_TYPE);
+void range_graph(benchmark::State& state) {
+  const tmrdar::job& job = long_riser();
+  tmrdar::request tension;
+  tension.output_type = tmrdar::output_type::element_force;
+  tension.subtype = tmrdar::element_force::section_1;
+  std::vector<tmrdar::riser_point> points = job.riser_points(tension.output_type);
   points.resize(static_cast<std::size_t>(state.range(0)));
   for (auto _ : state) {
-    const std::vector<tmrdar::RANGE_POINT> graph = job.RANGE_GRAPH(tension, 1, STEPS, points);
+    const std::vector<tmrdar::range_point> graph = job.range_graph(tension, 1, steps, points);
     benchmark::DoNotOptimize(graph.data());
   }
   state.SetItemsProcessed(state.iterations() * state.range(0));
   state.counters["history_reads"] = static_cast<double>(state.range(0));
 }
 
-BENCHMARK(RANGE_GRAPH)->Arg(300)->Arg(3'000)->Arg(30'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(range_graph)->Arg(300)->Arg(3'000)->Arg(30'000)->Unit(benchmark::kMillisecond);
 
 }  // namespace

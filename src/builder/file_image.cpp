@@ -6,90 +6,90 @@
 #include <span>
 #include <stdexcept>
 
-#include "core/file/t_file.h"
+#include "core/file/record_file.h"
 
 namespace tmrdar::builder {
 namespace {
 
 template <typename T>
-void STORE_LITTLE_ENDIAN(std::byte* target, T value) {
+void store_little_endian(std::byte* target, T value) {
   std::array<std::byte, sizeof(T)> raw{};
   std::memcpy(raw.data(), &value, sizeof(T));
   if constexpr (std::endian::native == std::endian::big) std::reverse(raw.begin(), raw.end());
   std::memcpy(target, raw.data(), sizeof(T));
 }
 
-void CHECK_WORD(int word, int words_used) {
+void check_word(int word, int words_used) {
   if (word < 1 || word + words_used - 1 > 8) throw std::out_of_range("a record has words 1 to 8");
 }
 
 }  // namespace
 
-RECORD RECORD::INTS(std::initializer_list<int32_t> words) {
-  RECORD record;
+Record Record::ints(std::initializer_list<int32_t> words) {
+  Record record;
   int word = 1;
-  for (const int32_t value : words) record.INT(word++, value);
+  for (const int32_t value : words) record.integer(word++, value);
   return record;
 }
 
-RECORD RECORD::REALS(std::initializer_list<float> words) {
-  RECORD record;
+Record Record::reals(std::initializer_list<float> words) {
+  Record record;
   int word = 1;
-  for (const float value : words) record.REAL(word++, value);
+  for (const float value : words) record.real(word++, value);
   return record;
 }
 
-RECORD RECORD::TEXT(std::string_view text) { return RECORD().CHARS(0, text); }
+Record Record::text(std::string_view text) { return Record().chars(0, text); }
 
-RECORD& RECORD::INT(int word, int32_t value) {
-  CHECK_WORD(word, 1);
-  STORE_LITTLE_ENDIAN(bytes_.data() + 4 * (word - 1), value);
+Record& Record::integer(int word, int32_t value) {
+  check_word(word, 1);
+  store_little_endian(bytes_.data() + 4 * (word - 1), value);
   return *this;
 }
 
-RECORD& RECORD::REAL(int word, float value) {
-  CHECK_WORD(word, 1);
-  STORE_LITTLE_ENDIAN(bytes_.data() + 4 * (word - 1), value);
+Record& Record::real(int word, float value) {
+  check_word(word, 1);
+  store_little_endian(bytes_.data() + 4 * (word - 1), value);
   return *this;
 }
 
-RECORD& RECORD::REAL8(int first_word, double value) {
-  CHECK_WORD(first_word, 2);
-  STORE_LITTLE_ENDIAN(bytes_.data() + 4 * (first_word - 1), value);
+Record& Record::real8(int first_word, double value) {
+  check_word(first_word, 2);
+  store_little_endian(bytes_.data() + 4 * (first_word - 1), value);
   return *this;
 }
 
-RECORD& RECORD::CHARS(std::size_t first_byte, std::string_view text) {
-  if (first_byte + text.size() > RECORD_BYTES) throw std::out_of_range("text runs past the record");
+Record& Record::chars(std::size_t first_byte, std::string_view text) {
+  if (first_byte + text.size() > record_bytes) throw std::out_of_range("text runs past the record");
   std::memcpy(bytes_.data() + first_byte, text.data(), text.size());
   return *this;
 }
 
-void FILE_IMAGE::EXTEND_TO(int64_t records) {
-  const auto bytes = static_cast<std::size_t>(records) * RECORD_BYTES;
+void FileImage::extend_to(int64_t records) {
+  const auto bytes = static_cast<std::size_t>(records) * record_bytes;
   if (bytes_.size() < bytes) bytes_.resize(bytes);
 }
 
-void FILE_IMAGE::PUT(int64_t r, const RECORD& record) {
+void FileImage::put(int64_t r, const Record& record) {
   if (r < 0) throw std::out_of_range("records count from 0");
-  EXTEND_TO(r + 1);
-  std::memcpy(bytes_.data() + static_cast<std::size_t>(r) * RECORD_BYTES, record.BYTES().data(), RECORD_BYTES);
+  extend_to(r + 1);
+  std::memcpy(bytes_.data() + static_cast<std::size_t>(r) * record_bytes, record.bytes().data(), record_bytes);
 }
 
 template <typename T>
-void FILE_IMAGE::PUT_WORD(int64_t r, int word, T value) {
+void FileImage::put_word(int64_t r, int word, T value) {
   if (r < 0) throw std::out_of_range("records count from 0");
-  CHECK_WORD(word, 1);
-  EXTEND_TO(r + 1);
-  STORE_LITTLE_ENDIAN(bytes_.data() + static_cast<std::size_t>(r) * RECORD_BYTES + 4 * (word - 1), value);
+  check_word(word, 1);
+  extend_to(r + 1);
+  store_little_endian(bytes_.data() + static_cast<std::size_t>(r) * record_bytes + 4 * (word - 1), value);
 }
 
-void FILE_IMAGE::PUT_INT(int64_t r, int word, int32_t value) { PUT_WORD(r, word, value); }
-void FILE_IMAGE::PUT_REAL(int64_t r, int word, float value) { PUT_WORD(r, word, value); }
+void FileImage::put_int(int64_t r, int word, int32_t value) { put_word(r, word, value); }
+void FileImage::put_real(int64_t r, int word, float value) { put_word(r, word, value); }
 
-void FILE_IMAGE::PUT_REALS(int64_t r, std::span<const float> words) {
+void FileImage::put_reals(int64_t r, std::span<const float> words) {
   if (r < 0) throw std::out_of_range("records count from 0");
-  const auto first = static_cast<std::size_t>(r) * RECORD_BYTES;
+  const auto first = static_cast<std::size_t>(r) * record_bytes;
   const std::size_t end = first + 4 * words.size();
   if (bytes_.size() < end) bytes_.resize(end);
   std::byte* target = bytes_.data() + first;
@@ -97,22 +97,22 @@ void FILE_IMAGE::PUT_REALS(int64_t r, std::span<const float> words) {
     if (!words.empty()) std::memcpy(target, words.data(), 4 * words.size());
   } else {
     for (const float word : words) {
-      STORE_LITTLE_ENDIAN(target, word);
+      store_little_endian(target, word);
       target += 4;
     }
   }
 }
 
-void FILE_IMAGE::TRUNCATE(std::size_t bytes) {
+void FileImage::truncate(std::size_t bytes) {
   if (bytes < bytes_.size()) bytes_.resize(bytes);
 }
 
-bool FILE_IMAGE::WRITE(const std::string& path) const {
-  MOD_FILE::T_FILE file;
-  if (!file.OPEN(path, MOD_FILE::MODE_WRITE)) return false;
+bool FileImage::write(const std::string& path) const {
+  record_files::RecordFile file;
+  if (!file.open(path, record_files::mode_write)) return false;
   int32_t status = 0;
-  file.WRITE_BYTE_ARRAY(bytes_, &status);
-  file.CLOSE();
+  file.write_byte_array(bytes_, &status);
+  file.close();
   return status == 0;
 }
 

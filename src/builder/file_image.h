@@ -12,53 +12,53 @@
 
 namespace tmrdar::builder {
 
-inline constexpr std::size_t RECORD_BYTES = 32;
+inline constexpr std::size_t record_bytes = 32;
 
 // One record's 32 bytes, set word by word (words from 1) or byte by byte.
-class RECORD {
+class Record {
  public:
-  RECORD() = default;
+  Record() = default;
   // A record of integers, or of reals, in words 1, 2, ...
-  static RECORD INTS(std::initializer_list<int32_t> words);
-  static RECORD REALS(std::initializer_list<float> words);
+  static Record ints(std::initializer_list<int32_t> words);
+  static Record reals(std::initializer_list<float> words);
   // A record holding text from its first byte on.
-  static RECORD TEXT(std::string_view text);
+  static Record text(std::string_view text);
 
-  RECORD& INT(int word, int32_t value);
-  RECORD& REAL(int word, float value);
-  RECORD& REAL8(int first_word, double value);  // words first_word and first_word + 1
-  RECORD& CHARS(std::size_t first_byte, std::string_view text);
+  Record& integer(int word, int32_t value);
+  Record& real(int word, float value);
+  Record& real8(int first_word, double value);  // words first_word and first_word + 1
+  Record& chars(std::size_t first_byte, std::string_view text);
 
-  const std::array<std::byte, RECORD_BYTES>& BYTES() const { return bytes_; }
+  const std::array<std::byte, record_bytes>& bytes() const { return bytes_; }
 
  private:
-  std::array<std::byte, RECORD_BYTES> bytes_{};
+  std::array<std::byte, record_bytes> bytes_{};
 };
 
-class FILE_IMAGE {
+class FileImage {
  public:
   // Records in the image; a last record cut short counts.
-  int64_t RECORDS() const { return static_cast<int64_t>((bytes_.size() + RECORD_BYTES - 1) / RECORD_BYTES); }
-  const std::vector<std::byte>& BYTES() const { return bytes_; }
+  int64_t records() const { return static_cast<int64_t>((bytes_.size() + record_bytes - 1) / record_bytes); }
+  const std::vector<std::byte>& bytes() const { return bytes_; }
 
   // Places a record at 0-based record r, growing the image as needed.
-  void PUT(int64_t r, const RECORD& record);
+  void put(int64_t r, const Record& record);
   // Sets one word (from 1) of 0-based record r, growing the image as needed.
-  void PUT_INT(int64_t r, int word, int32_t value);
-  void PUT_REAL(int64_t r, int word, float value);
+  void put_int(int64_t r, int word, int32_t value);
+  void put_real(int64_t r, int word, float value);
   // Sets consecutive words from word 1 of 0-based record r on, as many as
   // `words` holds, growing the image as needed.
-  void PUT_REALS(int64_t r, std::span<const float> words);
+  void put_reals(int64_t r, std::span<const float> words);
   // Grows the image with zero bytes to at least this many records.
-  void EXTEND_TO(int64_t records);
+  void extend_to(int64_t records);
   // Cuts the image to this many bytes.
-  void TRUNCATE(std::size_t bytes);
+  void truncate(std::size_t bytes);
   // Writes the image through the record file object; false on failure.
-  bool WRITE(const std::string& path) const;
+  bool write(const std::string& path) const;
 
  private:
   template <typename T>
-  void PUT_WORD(int64_t r, int word, T value);
+  void put_word(int64_t r, int word, T value);
 
   std::vector<std::byte> bytes_;
 };

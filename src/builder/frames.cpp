@@ -14,7 +14,7 @@
 namespace tmrdar::builder {
 namespace {
 
-constexpr std::array<std::string_view, static_cast<std::size_t>(SECTION_KIND::DAMPER) + 1> NAMES{
+constexpr std::array<std::string_view, static_cast<std::size_t>(SectionKind::damper) + 1> names{
     "DISPLACEMENT", "VELOCITY",      "ACCELERATION", "GUIDE_SURFACE", "ZERO_GAP_GUIDE", "NODE_CONTACT",
     "CLASHING",     "AUX_NODE",      "MOTION_STEP_RECORD", "VESSEL",  "TAIL_ITEM_A",    "TAIL_ITEM_B",
     "AUX_ELEMENT_SET", "REACTION",   "ELEMENT_9",    "ELEMENT_10",    "ELEMENT_11",     "ELEMENT_12",
@@ -24,225 +24,225 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(SECTION_KIND::DA
     "SPARE_RECORD", "ELEMENT_36",    "FORCE_STEP_RECORD", "DAMPER"};
 
 // The element sections of flags 5 to 14, in file order.
-constexpr std::array<SECTION_KIND, 10> FLAGGED_ELEMENT_SECTIONS{
-    SECTION_KIND::ELEMENT_9,  SECTION_KIND::ELEMENT_10, SECTION_KIND::ELEMENT_11, SECTION_KIND::ELEMENT_12,
-    SECTION_KIND::ELEMENT_13, SECTION_KIND::ELEMENT_14, SECTION_KIND::ELEMENT_15, SECTION_KIND::ELEMENT_24,
-    SECTION_KIND::ELEMENT_25, SECTION_KIND::ELEMENT_28};
+constexpr std::array<SectionKind, 10> flagged_element_sections{
+    SectionKind::element_9,  SectionKind::element_10, SectionKind::element_11, SectionKind::element_12,
+    SectionKind::element_13, SectionKind::element_14, SectionKind::element_15, SectionKind::element_24,
+    SectionKind::element_25, SectionKind::element_28};
 
 // Lays out sections one behind the other from the frame's first word.
-class WALK {
+class Walk {
  public:
   // A section of `records` records, entries of `shape` words (a shape of
   // none makes the whole section one entry).
-  void ADD(SECTION_KIND kind, int64_t records, int64_t shape, int64_t entries) {
+  void add(SectionKind kind, int64_t records, int64_t shape, int64_t entries) {
     if (records < 0) {
-      throw std::invalid_argument("the frame's " + std::string(NAME_OF(kind)) +
+      throw std::invalid_argument("the frame's " + std::string(name_of(kind)) +
                                   " section takes fewer than no records: a flag or count is negative");
     }
     if (records == 0) return;
     const int64_t words = 8 * records;
-    sections_.push_back({.KIND = kind,
-                         .FIRST_WORD = next_,
-                         .WORDS = words,
-                         .WORDS_PER_ENTRY = shape > 0 ? shape : words,
-                         .ENTRIES = entries});
+    sections_.push_back({.kind = kind,
+                         .first_word = next_,
+                         .words = words,
+                         .words_per_entry = shape > 0 ? shape : words,
+                         .entries = entries});
     next_ += words;
   }
-  FRAME_LAYOUT TAKE() { return std::move(sections_); }
+  FrameLayout take() { return std::move(sections_); }
 
  private:
-  FRAME_LAYOUT sections_;
+  FrameLayout sections_;
   int64_t next_ = 1;
 };
 
-int64_t FLAGGED(int32_t flag, int64_t records) { return int64_t{flag} * records; }
+int64_t flagged(int32_t flag, int64_t records) { return int64_t{flag} * records; }
 
-FRAME_LAYOUT MOTION_SECTIONS(const header::HEADER_VARIABLES& v, const FORMAT_LAYOUT& layout) {
-  const std::array<int32_t, 19>& f = v.OUTPUT_FLAGS;
-  const int64_t dofs = v.DOFS_PER_NODE;
-  WALK walk;
-  const int64_t nodal = SECTION_RECORDS(int64_t{v.NUM_NODES} * dofs);
-  walk.ADD(SECTION_KIND::DISPLACEMENT, FLAGGED(f[0], nodal), dofs, v.NUM_NODES);
-  walk.ADD(SECTION_KIND::VELOCITY, FLAGGED(f[1], nodal), dofs, v.NUM_NODES);
-  walk.ADD(SECTION_KIND::ACCELERATION, FLAGGED(f[2], nodal), dofs, v.NUM_NODES);
-  if (v.NUM_GUIDE_SURFACES > 0) {
-    walk.ADD(SECTION_KIND::GUIDE_SURFACE, SECTION_RECORDS(9 * int64_t{v.NUM_GUIDE_SURFACES}), 9, v.NUM_GUIDE_SURFACES);
+FrameLayout motion_sections(const header::HeaderVariables& v, const FormatLayout& layout) {
+  const std::array<int32_t, 19>& f = v.output_flags;
+  const int64_t dofs = v.dofs_per_node;
+  Walk walk;
+  const int64_t nodal = section_records(int64_t{v.num_nodes} * dofs);
+  walk.add(SectionKind::displacement, flagged(f[0], nodal), dofs, v.num_nodes);
+  walk.add(SectionKind::velocity, flagged(f[1], nodal), dofs, v.num_nodes);
+  walk.add(SectionKind::acceleration, flagged(f[2], nodal), dofs, v.num_nodes);
+  if (v.num_guide_surfaces > 0) {
+    walk.add(SectionKind::guide_surface, section_records(9 * int64_t{v.num_guide_surfaces}), 9, v.num_guide_surfaces);
   }
-  if (v.NUM_ZERO_GAP_GUIDES > 0) {
-    walk.ADD(SECTION_KIND::ZERO_GAP_GUIDE, SECTION_RECORDS(6 * int64_t{v.NUM_ZERO_GAP_GUIDES}), 6,
-             v.NUM_ZERO_GAP_GUIDES);
+  if (v.num_zero_gap_guides > 0) {
+    walk.add(SectionKind::zero_gap_guide, section_records(6 * int64_t{v.num_zero_gap_guides}), 6,
+             v.num_zero_gap_guides);
   }
-  const int64_t contact = layout.NODE_CONTACT_WORDS;
-  walk.ADD(SECTION_KIND::NODE_CONTACT, SECTION_RECORDS(contact * v.NUM_NODES), contact, v.NUM_NODES);
-  if (v.NUM_CLASH_PAIRS > 0) walk.ADD(SECTION_KIND::CLASHING, SECTION_RECORDS(v.NUM_CLASH_PAIRS), 1, v.NUM_CLASH_PAIRS);
-  walk.ADD(SECTION_KIND::AUX_NODE, SECTION_RECORDS(int64_t{v.NUM_AUX_NODES} * dofs), dofs, v.NUM_AUX_NODES);
-  walk.ADD(SECTION_KIND::MOTION_STEP_RECORD, 1, 8, 1);
+  const int64_t contact = layout.node_contact_words;
+  walk.add(SectionKind::node_contact, section_records(contact * v.num_nodes), contact, v.num_nodes);
+  if (v.num_clash_pairs > 0) walk.add(SectionKind::clashing, section_records(v.num_clash_pairs), 1, v.num_clash_pairs);
+  walk.add(SectionKind::aux_node, section_records(int64_t{v.num_aux_nodes} * dofs), dofs, v.num_aux_nodes);
+  walk.add(SectionKind::motion_step_record, 1, 8, 1);
   // The tail: whole records by the counts, the auxiliary element sets by the
   // 64-bit form of the record rule.
-  walk.ADD(SECTION_KIND::VESSEL, v.NUM_VESSELS, 8, v.NUM_VESSELS);
-  walk.ADD(SECTION_KIND::TAIL_ITEM_A, 2 * int64_t{v.TAIL_PAIR_COUNT_A}, 16, v.TAIL_PAIR_COUNT_A);
-  walk.ADD(SECTION_KIND::TAIL_ITEM_B, 2 * int64_t{v.TAIL_PAIR_COUNT_B}, 16, v.TAIL_PAIR_COUNT_B);
-  if (v.AUX_ELEMENT_RESULT_SETS < 0) {
+  walk.add(SectionKind::vessel, v.num_vessels, 8, v.num_vessels);
+  walk.add(SectionKind::tail_item_a, 2 * int64_t{v.tail_pair_count_a}, 16, v.tail_pair_count_a);
+  walk.add(SectionKind::tail_item_b, 2 * int64_t{v.tail_pair_count_b}, 16, v.tail_pair_count_b);
+  if (v.aux_element_result_sets < 0) {
     throw std::invalid_argument("the frame's AUX_ELEMENT_SET section has a negative count of sets");
   }
-  const auto set_records = static_cast<int64_t>(static_cast<double>(v.NUM_AUX_ELEMENTS) * 0.125 + 1.0);
-  walk.ADD(SECTION_KIND::AUX_ELEMENT_SET, v.AUX_ELEMENT_RESULT_SETS * set_records, 8 * set_records,
-           v.AUX_ELEMENT_RESULT_SETS);
-  return walk.TAKE();
+  const auto set_records = static_cast<int64_t>(static_cast<double>(v.num_aux_elements) * 0.125 + 1.0);
+  walk.add(SectionKind::aux_element_set, v.aux_element_result_sets * set_records, 8 * set_records,
+           v.aux_element_result_sets);
+  return walk.take();
 }
 
-FRAME_LAYOUT FORCE_SECTIONS(const header::HEADER_VARIABLES& v, const FORMAT_LAYOUT& layout) {
-  const std::array<int32_t, 19>& f = v.OUTPUT_FLAGS;
-  const int64_t elements = v.NUM_ELEMENTS;
-  const int64_t r3 = SECTION_RECORDS(3 * elements);
-  WALK walk;
-  walk.ADD(SECTION_KIND::REACTION, FLAGGED(f[3], SECTION_RECORDS(int64_t{v.NUM_BOUNDARY_CONDITIONS} * v.DOFS_PER_NODE)),
-           v.DOFS_PER_NODE, v.NUM_BOUNDARY_CONDITIONS);
-  for (std::size_t k = 0; k < FLAGGED_ELEMENT_SECTIONS.size(); ++k) {
-    walk.ADD(FLAGGED_ELEMENT_SECTIONS[k], FLAGGED(f[4 + k], r3), 3, elements);
+FrameLayout force_sections(const header::HeaderVariables& v, const FormatLayout& layout) {
+  const std::array<int32_t, 19>& f = v.output_flags;
+  const int64_t elements = v.num_elements;
+  const int64_t r3 = section_records(3 * elements);
+  Walk walk;
+  walk.add(SectionKind::reaction, flagged(f[3], section_records(int64_t{v.num_boundary_conditions} * v.dofs_per_node)),
+           v.dofs_per_node, v.num_boundary_conditions);
+  for (std::size_t k = 0; k < flagged_element_sections.size(); ++k) {
+    walk.add(flagged_element_sections[k], flagged(f[4 + k], r3), 3, elements);
   }
   // The contact sections: under flag 4, each only with entries.
-  const auto contact = [&](SECTION_KIND kind, int32_t count, int64_t shape) {
-    if (count > 0) walk.ADD(kind, FLAGGED(f[3], SECTION_RECORDS(shape * count)), shape, count);
+  const auto contact = [&](SectionKind kind, int32_t count, int64_t shape) {
+    if (count > 0) walk.add(kind, flagged(f[3], section_records(shape * count)), shape, count);
   };
-  contact(SECTION_KIND::GUIDE_SURFACE_REACTION, v.NUM_GUIDE_SURFACES, 3);
-  contact(SECTION_KIND::ZERO_GAP_GUIDE_REACTION, v.NUM_ZERO_GAP_GUIDES, 3);
-  contact(SECTION_KIND::PIP_REACTION, v.NUM_PIP_CONNECTIONS, 3);
-  contact(SECTION_KIND::CLASH_FORCE, v.NUM_CLASH_PAIRS, 2);
-  walk.ADD(SECTION_KIND::TEMPERATURE, FLAGGED(f[14], r3), 3, elements);
-  walk.ADD(SECTION_KIND::PRESSURE, FLAGGED(f[15], SECTION_RECORDS(6 * elements)), 6, elements);
-  if (!layout.LATE_FORCE_SECTIONS) {
-    walk.ADD(SECTION_KIND::FORCE_STEP_RECORD, 1, 8, 1);
-    return walk.TAKE();
+  contact(SectionKind::guide_surface_reaction, v.num_guide_surfaces, 3);
+  contact(SectionKind::zero_gap_guide_reaction, v.num_zero_gap_guides, 3);
+  contact(SectionKind::pip_reaction, v.num_pip_connections, 3);
+  contact(SectionKind::clash_force, v.num_clash_pairs, 2);
+  walk.add(SectionKind::temperature, flagged(f[14], r3), 3, elements);
+  walk.add(SectionKind::pressure, flagged(f[15], section_records(6 * elements)), 6, elements);
+  if (!layout.late_force_sections) {
+    walk.add(SectionKind::force_step_record, 1, 8, 1);
+    return walk.take();
   }
-  for (const SECTION_KIND kind : {SECTION_KIND::ELEMENT_37, SECTION_KIND::ELEMENT_38, SECTION_KIND::ELEMENT_39}) {
-    walk.ADD(kind, FLAGGED(f[17], r3), 3, elements);
+  for (const SectionKind kind : {SectionKind::element_37, SectionKind::element_38, SectionKind::element_39}) {
+    walk.add(kind, flagged(f[17], r3), 3, elements);
   }
-  for (const SECTION_KIND kind : {SECTION_KIND::ELEMENT_40, SECTION_KIND::ELEMENT_41}) {
-    walk.ADD(kind, FLAGGED(f[18], r3), 3, elements);
+  for (const SectionKind kind : {SectionKind::element_40, SectionKind::element_41}) {
+    walk.add(kind, flagged(f[18], r3), 3, elements);
   }
-  walk.ADD(SECTION_KIND::SPARE_RECORD, 1, 8, 1);
-  walk.ADD(SECTION_KIND::ELEMENT_36, FLAGGED(f[16], SECTION_RECORDS(elements)), 1, elements);
-  walk.ADD(SECTION_KIND::FORCE_STEP_RECORD, 1, 8, 1);
-  walk.ADD(SECTION_KIND::DAMPER, v.NUM_DAMPER_ELEMENTS, 8, v.NUM_DAMPER_ELEMENTS);
-  return walk.TAKE();
+  walk.add(SectionKind::spare_record, 1, 8, 1);
+  walk.add(SectionKind::element_36, flagged(f[16], section_records(elements)), 1, elements);
+  walk.add(SectionKind::force_step_record, 1, 8, 1);
+  walk.add(SectionKind::damper, v.num_damper_elements, 8, v.num_damper_elements);
+  return walk.take();
 }
 
-std::string DESCRIBE(const FRAME_WORD& word) {
+std::string describe(const FrameWord& word) {
   std::ostringstream text;
   text << word;
   return text.str();
 }
 
-const FRAME_SECTION& STEP_SECTION(const FRAME_LAYOUT& layout, FILE_KIND kind) {
-  const FRAME_SECTION* section = FIND_SECTION(
-      layout, kind == FILE_KIND::MOTION ? SECTION_KIND::MOTION_STEP_RECORD : SECTION_KIND::FORCE_STEP_RECORD);
+const FrameSection& step_section(const FrameLayout& layout, FileKind kind) {
+  const FrameSection* section = find_section(
+      layout, kind == FileKind::motion ? SectionKind::motion_step_record : SectionKind::force_step_record);
   if (section == nullptr) throw std::logic_error("a frame without its step record");
   return *section;
 }
 
-bool IS_STEP_TIME(const FRAME_WORD& word) {
-  return (word.SECTION == SECTION_KIND::MOTION_STEP_RECORD || word.SECTION == SECTION_KIND::FORCE_STEP_RECORD) &&
-         word.ENTRY == 1 && word.COMPONENT == STEP_WORD::TIME;
+bool is_step_time(const FrameWord& word) {
+  return (word.section == SectionKind::motion_step_record || word.section == SectionKind::force_step_record) &&
+         word.entry == 1 && word.component == step_word::time;
 }
 
 }  // namespace
 
-FILE_KIND FILE_OF(SECTION_KIND section) {
-  return section < SECTION_KIND::REACTION ? FILE_KIND::MOTION : FILE_KIND::FORCE;
+FileKind file_of(SectionKind section) {
+  return section < SectionKind::reaction ? FileKind::motion : FileKind::force;
 }
 
-std::string_view NAME_OF(SECTION_KIND section) {
+std::string_view name_of(SectionKind section) {
   const auto k = static_cast<std::size_t>(section);
-  return k < NAMES.size() ? NAMES[k] : std::string_view("UNKNOWN");
+  return k < names.size() ? names[k] : std::string_view("UNKNOWN");
 }
 
-SECTION_KIND ELEMENT_SECTION(int32_t force_parameter) {
+SectionKind element_section(int32_t force_parameter) {
   switch (force_parameter) {
-    case 9: return SECTION_KIND::ELEMENT_9;
-    case 10: return SECTION_KIND::ELEMENT_10;
-    case 11: return SECTION_KIND::ELEMENT_11;
-    case 12: return SECTION_KIND::ELEMENT_12;
-    case 13: return SECTION_KIND::ELEMENT_13;
-    case 14: return SECTION_KIND::ELEMENT_14;
-    case 15: return SECTION_KIND::ELEMENT_15;
-    case 24: return SECTION_KIND::ELEMENT_24;
-    case 25: return SECTION_KIND::ELEMENT_25;
-    case 28: return SECTION_KIND::ELEMENT_28;
-    case 29: return SECTION_KIND::TEMPERATURE;
-    case 30: return SECTION_KIND::PRESSURE;
-    case 36: return SECTION_KIND::ELEMENT_36;
-    case 37: return SECTION_KIND::ELEMENT_37;
-    case 38: return SECTION_KIND::ELEMENT_38;
-    case 39: return SECTION_KIND::ELEMENT_39;
-    case 40: return SECTION_KIND::ELEMENT_40;
-    case 41: return SECTION_KIND::ELEMENT_41;
+    case 9: return SectionKind::element_9;
+    case 10: return SectionKind::element_10;
+    case 11: return SectionKind::element_11;
+    case 12: return SectionKind::element_12;
+    case 13: return SectionKind::element_13;
+    case 14: return SectionKind::element_14;
+    case 15: return SectionKind::element_15;
+    case 24: return SectionKind::element_24;
+    case 25: return SectionKind::element_25;
+    case 28: return SectionKind::element_28;
+    case 29: return SectionKind::temperature;
+    case 30: return SectionKind::pressure;
+    case 36: return SectionKind::element_36;
+    case 37: return SectionKind::element_37;
+    case 38: return SectionKind::element_38;
+    case 39: return SectionKind::element_39;
+    case 40: return SectionKind::element_40;
+    case 41: return SectionKind::element_41;
     default: break;
   }
   throw std::invalid_argument("force parameter " + std::to_string(force_parameter) + " reads no element section");
 }
 
-std::ostream& operator<<(std::ostream& out, const FRAME_WORD& word) {
-  return out << NAME_OF(word.SECTION) << " step " << word.STEP << " entry " << word.ENTRY << " component "
-             << word.COMPONENT;
+std::ostream& operator<<(std::ostream& out, const FrameWord& word) {
+  return out << name_of(word.section) << " step " << word.step << " entry " << word.entry << " component "
+             << word.component;
 }
 
-int64_t SECTION_RECORDS(int64_t n) { return static_cast<int64_t>(static_cast<float>(n) * 0.125F) + 1; }
+int64_t section_records(int64_t n) { return static_cast<int64_t>(static_cast<float>(n) * 0.125F) + 1; }
 
-FRAME_LAYOUT FRAME_SECTIONS(FILE_KIND kind, const header::HEADER_VARIABLES& run, const FORMAT_LAYOUT& layout) {
-  return kind == FILE_KIND::MOTION ? MOTION_SECTIONS(run, layout) : FORCE_SECTIONS(run, layout);
+FrameLayout frame_sections(FileKind kind, const header::HeaderVariables& run, const FormatLayout& layout) {
+  return kind == FileKind::motion ? motion_sections(run, layout) : force_sections(run, layout);
 }
 
-int64_t FRAME_WORDS(const FRAME_LAYOUT& layout) { return layout.empty() ? 0 : layout.back().LAST_WORD(); }
+int64_t frame_words(const FrameLayout& layout) { return layout.empty() ? 0 : layout.back().last_word(); }
 
-const FRAME_SECTION* FIND_SECTION(const FRAME_LAYOUT& layout, SECTION_KIND kind) {
-  const auto found = std::find_if(layout.begin(), layout.end(), [&](const FRAME_SECTION& s) { return s.KIND == kind; });
+const FrameSection* find_section(const FrameLayout& layout, SectionKind kind) {
+  const auto found = std::find_if(layout.begin(), layout.end(), [&](const FrameSection& s) { return s.kind == kind; });
   return found == layout.end() ? nullptr : &*found;
 }
 
-int64_t WORD_OFFSET(const FRAME_LAYOUT& layout, const FRAME_WORD& word) {
-  const FRAME_SECTION* section = FIND_SECTION(layout, word.SECTION);
-  if (section == nullptr) throw std::out_of_range("the frame has no " + std::string(NAME_OF(word.SECTION)) + " section");
-  const int64_t shape = section->WORDS_PER_ENTRY;
+int64_t word_offset(const FrameLayout& layout, const FrameWord& word) {
+  const FrameSection* section = find_section(layout, word.section);
+  if (section == nullptr) throw std::out_of_range("the frame has no " + std::string(name_of(word.section)) + " section");
+  const int64_t shape = section->words_per_entry;
   // Word (entry - 1) * shape + component of the section, which must lie
   // within its records.
-  if (word.ENTRY < 1 || word.COMPONENT < 1 || word.COMPONENT > shape || word.COMPONENT > section->WORDS ||
-      word.ENTRY - 1 > (section->WORDS - word.COMPONENT) / shape) {
-    throw std::out_of_range(DESCRIBE(word) + " lies outside the section's " + std::to_string(section->WORDS) +
+  if (word.entry < 1 || word.component < 1 || word.component > shape || word.component > section->words ||
+      word.entry - 1 > (section->words - word.component) / shape) {
+    throw std::out_of_range(describe(word) + " lies outside the section's " + std::to_string(section->words) +
                             " words of " + std::to_string(shape) + " an entry");
   }
-  return section->FIRST_WORD + (word.ENTRY - 1) * shape + word.COMPONENT - 1;
+  return section->first_word + (word.entry - 1) * shape + word.component - 1;
 }
 
-FRAME_WORD WORD_AT(const FRAME_LAYOUT& layout, int32_t step, int64_t offset) {
+FrameWord word_at(const FrameLayout& layout, int32_t step, int64_t offset) {
   // The first section that ends at the offset or behind it.
   const auto found = std::upper_bound(layout.begin(), layout.end(), offset,
-                                      [](int64_t k, const FRAME_SECTION& s) { return k <= s.LAST_WORD(); });
+                                      [](int64_t k, const FrameSection& s) { return k <= s.last_word(); });
   if (offset < 1 || found == layout.end()) {
     throw std::out_of_range("offset " + std::to_string(offset) + " lies outside the frame");
   }
-  const int64_t j = offset - found->FIRST_WORD;
-  return {.SECTION = found->KIND,
-          .STEP = step,
-          .ENTRY = j / found->WORDS_PER_ENTRY + 1,
-          .COMPONENT = static_cast<int32_t>(j % found->WORDS_PER_ENTRY + 1)};
+  const int64_t j = offset - found->first_word;
+  return {.section = found->kind,
+          .step = step,
+          .entry = j / found->words_per_entry + 1,
+          .component = static_cast<int32_t>(j % found->words_per_entry + 1)};
 }
 
-float DEFAULT_VALUE(FILE_KIND kind, int32_t step, int64_t offset, int64_t frame_words) {
+float default_value(FileKind kind, int32_t step, int64_t offset, int64_t frame_words) {
   const auto place = static_cast<float>((int64_t{step} - 1) * frame_words + offset);
-  return kind == FILE_KIND::MOTION ? place : -place;
+  return kind == FileKind::motion ? place : -place;
 }
 
-FRAME_VALUES& FRAME_VALUES::SET(SECTION_KIND section, int32_t step, int64_t entry, int32_t component, float value) {
-  return SET({.SECTION = section, .STEP = step, .ENTRY = entry, .COMPONENT = component}, value);
+FrameValues& FrameValues::set(SectionKind section, int32_t step, int64_t entry, int32_t component, float value) {
+  return set({.section = section, .step = step, .entry = entry, .component = component}, value);
 }
 
-FRAME_VALUES& FRAME_VALUES::SET(const FRAME_WORD& word, float value) {
+FrameValues& FrameValues::set(const FrameWord& word, float value) {
   values_[word] = value;
   return *this;
 }
 
-std::optional<float> FRAME_VALUES::FIND(const FRAME_WORD& word) const {
+std::optional<float> FrameValues::find(const FrameWord& word) const {
   const auto found = values_.find(word);
   if (found == values_.end()) return std::nullopt;
   return found->second;
@@ -251,76 +251,76 @@ std::optional<float> FRAME_VALUES::FIND(const FRAME_WORD& word) const {
 // ---------------------------------------------------------------------------
 // The frames of a job.
 
-FRAME_LAYOUT JOB::FRAME_SECTIONS(FILE_KIND kind) const {
-  return builder::FRAME_SECTIONS(kind, COUNTED_RUN(), LAYOUT_OF(*FORMAT));
+FrameLayout Job::frame_sections(FileKind kind) const {
+  return builder::frame_sections(kind, counted_run(), layout_of(*format));
 }
 
-int64_t JOB::MOTION_FRAME_RECORDS() const { return FRAME_WORDS(FRAME_SECTIONS(FILE_KIND::MOTION)) / 8; }
-int64_t JOB::FORCE_FRAME_RECORDS() const { return FRAME_WORDS(FRAME_SECTIONS(FILE_KIND::FORCE)) / 8; }
+int64_t Job::motion_frame_records() const { return frame_words(frame_sections(FileKind::motion)) / 8; }
+int64_t Job::force_frame_records() const { return frame_words(frame_sections(FileKind::force)) / 8; }
 
-float JOB::STEP_TIME(int32_t step) const {
-  return step >= 1 && static_cast<std::size_t>(step) <= STEP_TIMES.size() ? STEP_TIMES[static_cast<std::size_t>(step - 1)]
-                                                                          : static_cast<float>(step) * TIME_STEP;
+float Job::step_time(int32_t step) const {
+  return step >= 1 && static_cast<std::size_t>(step) <= step_times.size() ? step_times[static_cast<std::size_t>(step - 1)]
+                                                                          : static_cast<float>(step) * time_step;
 }
 
-int64_t JOB::WORD_NUMBER(const FRAME_WORD& word) const {
-  if (RUN.RESULT_START_RECORD != 0) throw std::out_of_range("no frames are written: RUN sets the result start record");
-  const header::HEADER_VARIABLES v = WRITTEN_RUN();
-  const FRAME_LAYOUT layout = FRAME_SECTIONS(word.FILE());
-  const int64_t offset = WORD_OFFSET(layout, word);
-  const int64_t records = FRAME_WORDS(layout) / 8;
-  return 8 * (v.RESULT_START_RECORD + (int64_t{word.STEP} - 1) * records) + offset;
+int64_t Job::word_number(const FrameWord& word) const {
+  if (run.result_start_record != 0) throw std::out_of_range("no frames are written: RUN sets the result start record");
+  const header::HeaderVariables v = written_run();
+  const FrameLayout layout = frame_sections(word.file());
+  const int64_t offset = word_offset(layout, word);
+  const int64_t records = frame_words(layout) / 8;
+  return 8 * (v.result_start_record + (int64_t{word.step} - 1) * records) + offset;
 }
 
-float JOB::VALUE(const FRAME_WORD& word) const {
-  if (RUN.RESULT_START_RECORD != 0) throw std::out_of_range("no frames are written: RUN sets the result start record");
-  const header::HEADER_VARIABLES v = COUNTED_RUN();
-  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(word.FILE(), v, LAYOUT_OF(*FORMAT));
-  const int64_t offset = WORD_OFFSET(layout, word);
-  if (word.STEP < 1 || word.STEP > v.NUM_TIME_STEPS) {
-    throw std::out_of_range(DESCRIBE(word) + ": the job has " + std::to_string(v.NUM_TIME_STEPS) + " steps");
+float Job::value(const FrameWord& word) const {
+  if (run.result_start_record != 0) throw std::out_of_range("no frames are written: RUN sets the result start record");
+  const header::HeaderVariables v = counted_run();
+  const FrameLayout layout = builder::frame_sections(word.file(), v, layout_of(*format));
+  const int64_t offset = word_offset(layout, word);
+  if (word.step < 1 || word.step > v.num_time_steps) {
+    throw std::out_of_range(describe(word) + ": the job has " + std::to_string(v.num_time_steps) + " steps");
   }
   // What stands in a word, last writer first: a set value, the frame
   // function's, the step time, the default.
-  if (const std::optional<float> set = RESULTS.FIND(word)) return *set;
-  if (FRAME_VALUE) {
-    if (const std::optional<float> value = FRAME_VALUE(word)) return *value;
+  if (const std::optional<float> set = results.find(word)) return *set;
+  if (frame_value) {
+    if (const std::optional<float> value = frame_value(word)) return *value;
   }
-  if (IS_STEP_TIME(word)) return STEP_TIME(word.STEP);
-  return DEFAULT_VALUE(word.FILE(), word.STEP, offset, FRAME_WORDS(layout));
+  if (is_step_time(word)) return step_time(word.step);
+  return default_value(word.file(), word.step, offset, frame_words(layout));
 }
 
-std::optional<FRAME_WORD> JOB::WORD_OF_DEFAULT(float value) const {
-  constexpr float EXACT = 16'777'216.0F;  // 2^24: every whole number up to it is a 32-bit real
-  if (RUN.RESULT_START_RECORD != 0 || !std::isfinite(value) || value == 0.0F) return std::nullopt;
+std::optional<FrameWord> Job::word_of_default(float value) const {
+  constexpr float exact = 16'777'216.0F;  // 2^24: every whole number up to it is a 32-bit real
+  if (run.result_start_record != 0 || !std::isfinite(value) || value == 0.0F) return std::nullopt;
   const float place = std::fabs(value);
-  if (place > EXACT || place != std::floor(place)) return std::nullopt;
-  const FILE_KIND kind = value > 0.0F ? FILE_KIND::MOTION : FILE_KIND::FORCE;
-  const header::HEADER_VARIABLES v = COUNTED_RUN();
-  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(kind, v, LAYOUT_OF(*FORMAT));
-  const int64_t words = FRAME_WORDS(layout);
+  if (place > exact || place != std::floor(place)) return std::nullopt;
+  const FileKind kind = value > 0.0F ? FileKind::motion : FileKind::force;
+  const header::HeaderVariables v = counted_run();
+  const FrameLayout layout = builder::frame_sections(kind, v, layout_of(*format));
+  const int64_t words = frame_words(layout);
   const auto m = static_cast<int64_t>(place);
-  if (words <= 0 || v.NUM_TIME_STEPS < 1 || m > words * v.NUM_TIME_STEPS) return std::nullopt;
-  return WORD_AT(layout, static_cast<int32_t>((m - 1) / words + 1), (m - 1) % words + 1);
+  if (words <= 0 || v.num_time_steps < 1 || m > words * v.num_time_steps) return std::nullopt;
+  return word_at(layout, static_cast<int32_t>((m - 1) / words + 1), (m - 1) % words + 1);
 }
 
-void JOB::PUT_FRAMES(FILE_IMAGE& image, FILE_KIND kind, int64_t first_record) const {
-  const header::HEADER_VARIABLES v = COUNTED_RUN();
-  const FRAME_LAYOUT layout = builder::FRAME_SECTIONS(kind, v, LAYOUT_OF(*FORMAT));
-  const int64_t words = FRAME_WORDS(layout);
+void Job::put_frames(FileImage& image, FileKind kind, int64_t first_record) const {
+  const header::HeaderVariables v = counted_run();
+  const FrameLayout layout = builder::frame_sections(kind, v, layout_of(*format));
+  const int64_t words = frame_words(layout);
   const int64_t records = words / 8;
-  const int64_t time_offset = STEP_SECTION(layout, kind).FIRST_WORD + STEP_WORD::TIME - 1;
-  const int32_t steps = std::max(v.NUM_TIME_STEPS, 0);
+  const int64_t time_offset = step_section(layout, kind).first_word + step_word::time - 1;
+  const int32_t steps = std::max(v.num_time_steps, 0);
 
   // The set values of this file, checked against the frames and ordered by step.
   std::vector<std::tuple<int32_t, int64_t, float>> set;
-  for (const auto& [word, value] : RESULTS.ALL()) {
-    if (word.FILE() != kind) continue;
-    if (word.STEP < 1 || word.STEP > steps) {
-      throw std::invalid_argument(DESCRIBE(word) + " is set, and the job has " + std::to_string(steps) + " steps");
+  for (const auto& [word, value] : results.all()) {
+    if (word.file() != kind) continue;
+    if (word.step < 1 || word.step > steps) {
+      throw std::invalid_argument(describe(word) + " is set, and the job has " + std::to_string(steps) + " steps");
     }
     try {
-      set.emplace_back(word.STEP, WORD_OFFSET(layout, word), value);
+      set.emplace_back(word.step, word_offset(layout, word), value);
     } catch (const std::out_of_range& outside) {
       throw std::invalid_argument(std::string("a value is set outside the frames: ") + outside.what());
     }
@@ -328,23 +328,23 @@ void JOB::PUT_FRAMES(FILE_IMAGE& image, FILE_KIND kind, int64_t first_record) co
   std::stable_sort(set.begin(), set.end(),
                    [](const auto& a, const auto& b) { return std::get<0>(a) < std::get<0>(b); });
 
-  image.EXTEND_TO(first_record + int64_t{steps} * records);
-  const float sign = kind == FILE_KIND::MOTION ? 1.0F : -1.0F;
+  image.extend_to(first_record + int64_t{steps} * records);
+  const float sign = kind == FileKind::motion ? 1.0F : -1.0F;
   std::vector<float> frame(static_cast<std::size_t>(words));
   auto next_set = set.begin();
   for (int32_t n = 1; n <= steps; ++n) {
-    // DEFAULT_VALUE of every word, the step time in its place.
+    // default_value of every word, the step time in its place.
     const int64_t before = (int64_t{n} - 1) * words;
     for (int64_t k = 1; k <= words; ++k) frame[static_cast<std::size_t>(k - 1)] = sign * static_cast<float>(before + k);
-    frame[static_cast<std::size_t>(time_offset - 1)] = STEP_TIME(n);
-    if (FRAME_VALUE) {
-      for (const FRAME_SECTION& section : layout) {
-        FRAME_WORD word{.SECTION = section.KIND, .STEP = n, .ENTRY = 1, .COMPONENT = 1};
-        for (int64_t j = 0; j < section.WORDS; ++j) {
-          word.ENTRY = j / section.WORDS_PER_ENTRY + 1;
-          word.COMPONENT = static_cast<int32_t>(j % section.WORDS_PER_ENTRY + 1);
-          if (const std::optional<float> value = FRAME_VALUE(word)) {
-            frame[static_cast<std::size_t>(section.FIRST_WORD + j - 1)] = *value;
+    frame[static_cast<std::size_t>(time_offset - 1)] = step_time(n);
+    if (frame_value) {
+      for (const FrameSection& section : layout) {
+        FrameWord word{.section = section.kind, .step = n, .entry = 1, .component = 1};
+        for (int64_t j = 0; j < section.words; ++j) {
+          word.entry = j / section.words_per_entry + 1;
+          word.component = static_cast<int32_t>(j % section.words_per_entry + 1);
+          if (const std::optional<float> value = frame_value(word)) {
+            frame[static_cast<std::size_t>(section.first_word + j - 1)] = *value;
           }
         }
       }
@@ -352,7 +352,7 @@ void JOB::PUT_FRAMES(FILE_IMAGE& image, FILE_KIND kind, int64_t first_record) co
     for (; next_set != set.end() && std::get<0>(*next_set) == n; ++next_set) {
       frame[static_cast<std::size_t>(std::get<1>(*next_set) - 1)] = std::get<2>(*next_set);
     }
-    image.PUT_REALS(first_record + (int64_t{n} - 1) * records, frame);
+    image.put_reals(first_record + (int64_t{n} - 1) * records, frame);
   }
 }
 

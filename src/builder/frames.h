@@ -32,7 +32,7 @@
 //
 // A word of a frame is named by its section, step, entry and component:
 //
-//   FRAME_WORD{.SECTION = SECTION_KIND::DISPLACEMENT, .STEP = 7, .ENTRY = 3, .COMPONENT = 2}
+//   frame_word{.section = section_kind::displacement, .step = 7, .entry = 3, .component = 2}
 //
 // is component 2 of node row 3 at step 7, word 6 * (3 - 1) + 2 of the
 // section with 6 degrees of freedom a node. Entries and components count
@@ -51,126 +51,126 @@
 #include <vector>
 
 #include "builder/format_layout.h"
-#include "header/tide3_database_files.h"
+#include "header/format_reader.h"
 
 namespace tmrdar::builder {
 
-enum class FILE_KIND { MOTION, FORCE };
+enum class FileKind { motion, force };
 
 // The sections of the two frames, each of one file, in file order. The
 // element sections are named by the force parameter that reads them.
-// Words an entry in brackets; DOFS is DOFS_PER_NODE.
-enum class SECTION_KIND : uint8_t {
+// Words an entry in brackets; DOFS is dofs_per_node.
+enum class SectionKind : uint8_t {
   // Motion frame.
-  DISPLACEMENT,        // node row (DOFS)
-  VELOCITY,            // node row (DOFS)
-  ACCELERATION,        // node row (DOFS)
-  GUIDE_SURFACE,       // guide surface (9)
-  ZERO_GAP_GUIDE,      // zero gap guide (6)
-  NODE_CONTACT,        // node row (8; 7 before V841)
-  CLASHING,            // clash pair (1)
-  AUX_NODE,            // auxiliary node row (DOFS)
-  MOTION_STEP_RECORD,  // one entry (8): STEP_WORD below
-  VESSEL,              // vessel (8): X, Y, Z, O, 1, 2 at components 1 to 6
-  TAIL_ITEM_A,         // item of TAIL_PAIR_COUNT_A (16)
-  TAIL_ITEM_B,         // item of TAIL_PAIR_COUNT_B (16)
-  AUX_ELEMENT_SET,     // result set (8 times the records of a set), component = auxiliary element row
+  displacement,        // node row (DOFS)
+  velocity,            // node row (DOFS)
+  acceleration,        // node row (DOFS)
+  guide_surface,       // guide surface (9)
+  zero_gap_guide,      // zero gap guide (6)
+  node_contact,        // node row (8; 7 before V841)
+  clashing,            // clash pair (1)
+  aux_node,            // auxiliary node row (DOFS)
+  motion_step_record,  // one entry (8): step_word below
+  vessel,              // vessel (8): X, Y, Z, O, 1, 2 at components 1 to 6
+  tail_item_a,         // item of tail_pair_count_a (16)
+  tail_item_b,         // item of tail_pair_count_b (16)
+  aux_element_set,     // result set (8 times the records of a set), component = auxiliary element row
   // Force frame.
-  REACTION,            // boundary condition (DOFS)
-  ELEMENT_9,           // flag 5: element row (3), component = location
-  ELEMENT_10,          // flag 6
-  ELEMENT_11,          // flag 7
-  ELEMENT_12,          // flag 8
-  ELEMENT_13,          // flag 9
-  ELEMENT_14,          // flag 10
-  ELEMENT_15,          // flag 11
-  ELEMENT_24,          // flag 12
-  ELEMENT_25,          // flag 13
-  ELEMENT_28,          // flag 14
-  GUIDE_SURFACE_REACTION,   // guide surface (3)
-  ZERO_GAP_GUIDE_REACTION,  // zero gap guide (3)
-  PIP_REACTION,             // pipe-in-pipe connection (3)
-  CLASH_FORCE,              // clash pair (2)
-  TEMPERATURE,              // flag 15, force parameter 29: element row (3), component = location
-  PRESSURE,                 // flag 16: element row (6), component 2 (location - 1) + k, k = 1, 2
-  ELEMENT_37,               // flag 18, first sub-section: element row (3)
-  ELEMENT_38,               // flag 18, second
-  ELEMENT_39,               // flag 18, third
-  ELEMENT_40,               // flag 19, first
-  ELEMENT_41,               // flag 19, second
-  SPARE_RECORD,             // one entry (8), behind the sub-sections
-  ELEMENT_36,               // flag 17: element row (1)
-  FORCE_STEP_RECORD,        // one entry (8): STEP_WORD below
-  DAMPER,                   // damper element (8)
+  reaction,            // boundary condition (DOFS)
+  element_9,           // flag 5: element row (3), component = location
+  element_10,          // flag 6
+  element_11,          // flag 7
+  element_12,          // flag 8
+  element_13,          // flag 9
+  element_14,          // flag 10
+  element_15,          // flag 11
+  element_24,          // flag 12
+  element_25,          // flag 13
+  element_28,          // flag 14
+  guide_surface_reaction,   // guide surface (3)
+  zero_gap_guide_reaction,  // zero gap guide (3)
+  pip_reaction,             // pipe-in-pipe connection (3)
+  clash_force,              // clash pair (2)
+  temperature,              // flag 15, force parameter 29: element row (3), component = location
+  pressure,                 // flag 16: element row (6), component 2 (location - 1) + k, k = 1, 2
+  element_37,               // flag 18, first sub-section: element row (3)
+  element_38,               // flag 18, second
+  element_39,               // flag 18, third
+  element_40,               // flag 19, first
+  element_41,               // flag 19, second
+  spare_record,             // one entry (8), behind the sub-sections
+  element_36,               // flag 17: element row (1)
+  force_step_record,        // one entry (8): step_word below
+  damper,                   // damper element (8)
 };
 
 // The file whose frames hold a section.
-FILE_KIND FILE_OF(SECTION_KIND section);
-// The section's name as written above, e.g. "DISPLACEMENT".
-std::string_view NAME_OF(SECTION_KIND section);
+FileKind file_of(SectionKind section);
+// The section's name as written above, e.g. "displacement".
+std::string_view name_of(SectionKind section);
 // The element section that force parameter 9 to 15, 24, 25, 28, 29 (the
 // temperatures), 30 (the pressures) or 36 to 41 reads; throws
 // std::invalid_argument for any other number.
-SECTION_KIND ELEMENT_SECTION(int32_t force_parameter);
+SectionKind element_section(int32_t force_parameter);
 
 // The components of a step record that the readers know.
-namespace STEP_WORD {
-inline constexpr int32_t TIME = 1;
-inline constexpr int32_t SURFACE_ELEVATION = 2;  // letter S
-inline constexpr int32_t P = 3;                  // letter P
-inline constexpr int32_t B = 5;                  // letter B
-}  // namespace STEP_WORD
+namespace step_word {
+inline constexpr int32_t time = 1;
+inline constexpr int32_t surface_elevation = 2;  // letter S
+inline constexpr int32_t p = 3;                  // letter P
+inline constexpr int32_t b = 5;                  // letter B
+}  // namespace step_word
 
 // One section of a frame as laid out: its first word as an offset within
 // the frame (1 for the frame's first word), its size in words (whole
 // records), the words of one entry, and the entries the model has.
-struct FRAME_SECTION {
-  SECTION_KIND KIND = SECTION_KIND::DISPLACEMENT;
-  int64_t FIRST_WORD = 1;
-  int64_t WORDS = 0;
-  int64_t WORDS_PER_ENTRY = 1;
-  int64_t ENTRIES = 0;
+struct FrameSection {
+  SectionKind kind = SectionKind::displacement;
+  int64_t first_word = 1;
+  int64_t words = 0;
+  int64_t words_per_entry = 1;
+  int64_t entries = 0;
 
-  int64_t RECORDS() const { return WORDS / 8; }
-  int64_t LAST_WORD() const { return FIRST_WORD + WORDS - 1; }
-  friend bool operator==(const FRAME_SECTION&, const FRAME_SECTION&) = default;
+  int64_t records() const { return words / 8; }
+  int64_t last_word() const { return first_word + words - 1; }
+  friend bool operator==(const FrameSection&, const FrameSection&) = default;
 };
-using FRAME_LAYOUT = std::vector<FRAME_SECTION>;
+using FrameLayout = std::vector<FrameSection>;
 
 // One word of one step's frame. Ordered by section, step, entry, component.
-struct FRAME_WORD {
-  SECTION_KIND SECTION = SECTION_KIND::DISPLACEMENT;
-  int32_t STEP = 1;
-  int64_t ENTRY = 1;
-  int32_t COMPONENT = 1;
+struct FrameWord {
+  SectionKind section = SectionKind::displacement;
+  int32_t step = 1;
+  int64_t entry = 1;
+  int32_t component = 1;
 
-  FILE_KIND FILE() const { return FILE_OF(SECTION); }
-  friend auto operator<=>(const FRAME_WORD&, const FRAME_WORD&) = default;
+  FileKind file() const { return file_of(section); }
+  friend auto operator<=>(const FrameWord&, const FrameWord&) = default;
 };
-// E.g. "DISPLACEMENT step 7 entry 3 component 2".
-std::ostream& operator<<(std::ostream& out, const FRAME_WORD& word);
+// E.g. "displacement step 7 entry 3 component 2".
+std::ostream& operator<<(std::ostream& out, const FrameWord& word);
 
 // Records of a frame section of n words, in 32-bit floating point.
-int64_t SECTION_RECORDS(int64_t n);
+int64_t section_records(int64_t n);
 
 // The sections of one frame of the file in the format's layout, in file
 // order, for the run's counts and flags; sections that take no records are
 // left out. Throws std::invalid_argument when a negative flag or count gives
 // a section fewer than no records.
-FRAME_LAYOUT FRAME_SECTIONS(FILE_KIND kind, const header::HEADER_VARIABLES& run,
-                            const FORMAT_LAYOUT& layout = V861_LAYOUT);
+FrameLayout frame_sections(FileKind kind, const header::HeaderVariables& run,
+                            const FormatLayout& layout = v861_layout);
 // The words of one frame: the sections back to back.
-int64_t FRAME_WORDS(const FRAME_LAYOUT& layout);
+int64_t frame_words(const FrameLayout& layout);
 // The section of this kind, or nullptr when the frame has none.
-const FRAME_SECTION* FIND_SECTION(const FRAME_LAYOUT& layout, SECTION_KIND kind);
+const FrameSection* find_section(const FrameLayout& layout, SectionKind kind);
 // The offset within the frame (from 1) of the word's section, entry and
 // component; the step plays no part. Throws std::out_of_range when the frame
 // has no such section, the component lies outside the entry's words or the
 // word outside the section's records.
-int64_t WORD_OFFSET(const FRAME_LAYOUT& layout, const FRAME_WORD& word);
+int64_t word_offset(const FrameLayout& layout, const FrameWord& word);
 // The word at an offset (from 1) of the frame of a step; throws
 // std::out_of_range outside the frame.
-FRAME_WORD WORD_AT(const FRAME_LAYOUT& layout, int32_t step, int64_t offset);
+FrameWord word_at(const FrameLayout& layout, int32_t step, int64_t offset);
 
 // The value that every frame word holds unless a test says otherwise: the
 // word's place among the frame words of its file, (step - 1) * frame words
@@ -178,27 +178,27 @@ FRAME_WORD WORD_AT(const FRAME_LAYOUT& layout, int32_t step, int64_t offset);
 // a 32-bit real. No two words share a value, and none is 0, while the
 // frames of a file hold at most 2^24 words; beyond that the values round.
 // The step time keeps its own word.
-float DEFAULT_VALUE(FILE_KIND kind, int32_t step, int64_t offset, int64_t frame_words);
+float default_value(FileKind kind, int32_t step, int64_t offset, int64_t frame_words);
 // Values set word by word, which stand in place of whatever else the
 // builder would write there:
 //
-//   job.RESULTS.SET(SECTION_KIND::DISPLACEMENT, 7, 3, 2, 1.25F);
-class FRAME_VALUES {
+//   job.results.set(section_kind::displacement, 7, 3, 2, 1.25F);
+class FrameValues {
  public:
-  FRAME_VALUES& SET(SECTION_KIND section, int32_t step, int64_t entry, int32_t component, float value);
-  FRAME_VALUES& SET(const FRAME_WORD& word, float value);
+  FrameValues& set(SectionKind section, int32_t step, int64_t entry, int32_t component, float value);
+  FrameValues& set(const FrameWord& word, float value);
   // The value set at the word, if any.
-  std::optional<float> FIND(const FRAME_WORD& word) const;
-  const std::map<FRAME_WORD, float>& ALL() const { return values_; }
-  bool EMPTY() const { return values_.empty(); }
-  void CLEAR() { values_.clear(); }
+  std::optional<float> find(const FrameWord& word) const;
+  const std::map<FrameWord, float>& all() const { return values_; }
+  bool empty() const { return values_.empty(); }
+  void clear() { values_.clear(); }
 
  private:
-  std::map<FRAME_WORD, float> values_;
+  std::map<FrameWord, float> values_;
 };
 
 // A value for every word of every frame, or nothing to keep the word as
 // the builder has it.
-using FRAME_FUNCTION = std::function<std::optional<float>(const FRAME_WORD&)>;
+using FrameFunction = std::function<std::optional<float>(const FrameWord&)>;
 
 }  // namespace tmrdar::builder

@@ -8,9 +8,9 @@
 namespace tmrdar::header {
 
 template <typename T>
-void DATABASE_FILE::UNIT_READ(std::span<T> items, int64_t address, int32_t& status) {
+void DatabaseFile::unit_read(std::span<T> items, int64_t address, int32_t& status) {
   if (status != 0) return;
-  constexpr int64_t length = IO_UNITS::DATABASE_RECORD_LENGTH;
+  constexpr int64_t length = io_units::database_record_length;
   const int64_t bytes = static_cast<int64_t>(items.size_bytes());
   if (address < 1) {
     status = 1;
@@ -25,9 +25,9 @@ void DATABASE_FILE::UNIT_READ(std::span<T> items, int64_t address, int32_t& stat
     status = 1;
     return;
   }
-  std::array<std::byte, IO_UNITS::DATABASE_RECORD_LENGTH> buffer{};
+  std::array<std::byte, io_units::database_record_length> buffer{};
   const std::span<std::byte> part(buffer.data(), static_cast<std::size_t>(bytes));
-  if (!unit_->READ(record, offset, part)) {
+  if (!unit_->read(record, offset, part)) {
     status = 1;
     return;
   }
@@ -41,37 +41,37 @@ void DATABASE_FILE::UNIT_READ(std::span<T> items, int64_t address, int32_t& stat
   unit_position_ = address + bytes;
 }
 
-template <typename T, typename FILE_READ>
-void DATABASE_FILE::READ_AT(std::span<T> items, int64_t address, int32_t& status, FILE_READ file_read) {
+template <typename T, typename FileRead>
+void DatabaseFile::read_at(std::span<T> items, int64_t address, int32_t& status, FileRead file_read) {
   if (file_ != nullptr) {
     file_read(*file_);
   } else if (unit_ != nullptr) {
-    UNIT_READ(items, address, status);
+    unit_read(items, address, status);
   } else if (status == 0) {
     status = 1;
   }
 }
 
-void DATABASE_FILE::READ_INT_AT(std::span<int32_t> items, int64_t address, int32_t& status) {
-  READ_AT(items, address, status, [&](MOD_FILE::T_FILE& f) { f.READ_INT_AT(items, address, &status); });
+void DatabaseFile::read_int_at(std::span<int32_t> items, int64_t address, int32_t& status) {
+  read_at(items, address, status, [&](record_files::RecordFile& f) { f.read_int_at(items, address, &status); });
 }
-void DATABASE_FILE::READ_REAL_AT(std::span<float> items, int64_t address, int32_t& status) {
-  READ_AT(items, address, status, [&](MOD_FILE::T_FILE& f) { f.READ_REAL_AT(items, address, &status); });
+void DatabaseFile::read_real_at(std::span<float> items, int64_t address, int32_t& status) {
+  read_at(items, address, status, [&](record_files::RecordFile& f) { f.read_real_at(items, address, &status); });
 }
-void DATABASE_FILE::READ_REAL8_AT(std::span<double> items, int64_t address, int32_t& status) {
-  READ_AT(items, address, status, [&](MOD_FILE::T_FILE& f) { f.READ_REAL8_AT(items, address, &status); });
+void DatabaseFile::read_real8_at(std::span<double> items, int64_t address, int32_t& status) {
+  read_at(items, address, status, [&](record_files::RecordFile& f) { f.read_real8_at(items, address, &status); });
 }
-void DATABASE_FILE::READ_CHAR_AT(std::span<char> text, int64_t address, int32_t& status) {
-  READ_AT(text, address, status, [&](MOD_FILE::T_FILE& f) { f.READ_CHAR_AT(text, address, &status); });
+void DatabaseFile::read_char_at(std::span<char> text, int64_t address, int32_t& status) {
+  read_at(text, address, status, [&](record_files::RecordFile& f) { f.read_char_at(text, address, &status); });
 }
-void DATABASE_FILE::READ_INT(std::span<int32_t> items, int32_t& status) {
-  READ_AT(items, unit_position_, status, [&](MOD_FILE::T_FILE& f) { f.READ_INT(items, &status); });
+void DatabaseFile::read_int(std::span<int32_t> items, int32_t& status) {
+  read_at(items, unit_position_, status, [&](record_files::RecordFile& f) { f.read_int(items, &status); });
 }
-void DATABASE_FILE::READ_REAL(std::span<float> items, int32_t& status) {
-  READ_AT(items, unit_position_, status, [&](MOD_FILE::T_FILE& f) { f.READ_REAL(items, &status); });
+void DatabaseFile::read_real(std::span<float> items, int32_t& status) {
+  read_at(items, unit_position_, status, [&](record_files::RecordFile& f) { f.read_real(items, &status); });
 }
-void DATABASE_FILE::READ_CHAR(std::span<char> text, int32_t& status) {
-  READ_AT(text, unit_position_, status, [&](MOD_FILE::T_FILE& f) { f.READ_CHAR(text, &status); });
+void DatabaseFile::read_char(std::span<char> text, int32_t& status) {
+  read_at(text, unit_position_, status, [&](record_files::RecordFile& f) { f.read_char(text, &status); });
 }
 
 }  // namespace tmrdar::header

@@ -8,37 +8,37 @@
 #include <algorithm>
 
 #include "header/block_reading.h"
-#include "header/tide3_database_files.h"
+#include "header/format_reader.h"
 
 namespace tmrdar::header {
 namespace {
 
-constexpr std::string_view ALLOCATION_FAILURE = "Unable to allocate memory for database header data.";
+constexpr std::string_view allocation_failure = "Unable to allocate memory for database header data.";
 
 // Makes tables while the file can back them; the first refusal or failure
 // stops every later one.
-class TABLE_MAKER {
+class TableMaker {
  public:
-  explicit TABLE_MAKER(int64_t file_records) : records_(file_records), words_(8 * file_records) {}
+  explicit TableMaker(int64_t file_records) : records_(file_records), words_(8 * file_records) {}
 
-  bool OK() const { return ok_; }
-  void FAIL() { ok_ = false; }
+  bool ok() const { return ok_; }
+  void fail() { ok_ = false; }
 
   // True when a block of `records` records fits in the file.
-  bool FITS(int64_t records) {
+  bool fits(int64_t records) {
     if (records > records_) ok_ = false;
     return ok_;
   }
 
-  template <typename T, std::size_t RANK>
-  void MAKE(TABLE<T, RANK>& table, const std::array<int64_t, RANK>& extents, const T& fill = T{}) {
+  template <typename T, std::size_t rank>
+  void make(Table<T, rank>& table, const std::array<int64_t, rank>& extents, const T& fill = T{}) {
     if (!ok_) return;
     int64_t entries = 1;
     for (const int64_t extent : extents) {
       entries *= std::max<int64_t>(extent, 0);
       if (entries > words_) break;
     }
-    ok_ = entries <= words_ && table.ALLOCATE(extents, fill);
+    ok_ = entries <= words_ && table.allocate(extents, fill);
   }
 
  private:
@@ -47,136 +47,136 @@ class TABLE_MAKER {
   bool ok_ = true;
 };
 
-int64_t TIMES(int64_t count, int64_t records) { return std::max<int64_t>(count, 0) * records; }
+int64_t times(int64_t count, int64_t records) { return std::max<int64_t>(count, 0) * records; }
 
 }  // namespace
 
-int64_t TIDE3_DATABASE_FILES::FILE_RECORDS() const { return (HEADER_FILE.SIZE() + 31) / 32; }
+int64_t FormatReader::file_records() const { return (header_file.size() + 31) / 32; }
 
-void TIDE3_DATABASE_FILES::ALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS(int32_t& flag) {
-  using MOD_COMMON_DATABASE::P8;
-  HEADER_TABLES& t = TABLES;
-  TABLE_MAKER make(FILE_RECORDS());
+void FormatReader::allocate_database_header_arrays(int32_t& flag) {
+  using common_database::p8;
+  HeaderTables& t = tables;
+  TableMaker make(file_records());
 
-  if (SEABED_GEOMETRY != 4 && SEABED_GEOMETRY != 5 && make.FITS(P8(2 * int64_t{NUM_SEABED_POINTS}))) {
+  if (seabed_geometry != 4 && seabed_geometry != 5 && make.fits(p8(2 * int64_t{num_seabed_points}))) {
     int32_t status = 0;
-    SEABED_PROFILE.ALLOCATE_NODES(NUM_SEABED_POINTS, &status);
-    if (status != 0) make.FAIL();
+    seabed_profile.allocate_nodes(num_seabed_points, &status);
+    if (status != 0) make.fail();
   }
 
   // Structure: the end nodes always have room for the two that block 16
   // gives, and the coordinates for the three that block 19 gives.
-  const int64_t elements = NUM_ELEMENTS;
-  if (make.FITS(TIMES(elements, 3)) && make.FITS(elements)) {
-    make.MAKE(t.ELEMENT_NUMBERS, {elements, 2});
-    make.MAKE(t.ELEMENT_NODES, {elements, std::max(NODES_PER_ELEMENT, 2)});
-    for (TABLE<float>* table : {&t.ELEMENT_LENGTH, &t.ELEMENT_A6, &t.ELEMENT_A7, &t.ELEMENT_B1, &t.ELEMENT_B2,
-                                &t.ELEMENT_B3, &t.ELEMENT_B4, &t.ELEMENT_B6, &t.ELEMENT_B7, &t.ELEMENT_B8,
-                                &t.ELEMENT_C1, &t.CONTACT_DIAMETERS}) {
-      make.MAKE(*table, {elements});
+  const int64_t elements = num_elements;
+  if (make.fits(times(elements, 3)) && make.fits(elements)) {
+    make.make(t.element_numbers, {elements, 2});
+    make.make(t.element_nodes, {elements, std::max(nodes_per_element, 2)});
+    for (Table<float>* table : {&t.element_length, &t.element_a6, &t.element_a7, &t.element_b1, &t.element_b2,
+                                &t.element_b3, &t.element_b4, &t.element_b6, &t.element_b7, &t.element_b8,
+                                &t.element_c1, &t.contact_diameters}) {
+      make.make(*table, {elements});
     }
-    make.MAKE(t.ELEMENT_A8, {elements});
-    make.MAKE(t.ELEMENT_B5, {elements});
-    make.MAKE(t.ELEMENT_SECTION_TABLE, {elements, 4});
+    make.make(t.element_a8, {elements});
+    make.make(t.element_b5, {elements});
+    make.make(t.element_section_table, {elements, 4});
   }
-  if (make.FITS(NUM_NONLINEAR_E_TABLES)) make.MAKE(t.NONLINEAR_E_TABLE, {NUM_NONLINEAR_E_TABLES, 4});
-  if (make.FITS(NUM_NODES)) {
-    make.MAKE(t.NODE_NUMBERS, {NUM_NODES, 2});
-    make.MAKE(t.NODE_COORDINATES, {std::max(COORDS_PER_NODE, 3), NUM_NODES});
+  if (make.fits(num_nonlinear_e_tables)) make.make(t.nonlinear_e_table, {num_nonlinear_e_tables, 4});
+  if (make.fits(num_nodes)) {
+    make.make(t.node_numbers, {num_nodes, 2});
+    make.make(t.node_coordinates, {std::max(coords_per_node, 3), num_nodes});
   }
-  if (make.FITS(P8(NUM_BOUNDARY_CONDITIONS))) {
-    make.MAKE(t.CONDITION_NODES, {NUM_BOUNDARY_CONDITIONS});
-    make.MAKE(t.BOUNDARY_CONDITION_NODES, {NUM_BOUNDARY_CONDITIONS});
+  if (make.fits(p8(num_boundary_conditions))) {
+    make.make(t.condition_nodes, {num_boundary_conditions});
+    make.make(t.boundary_condition_nodes, {num_boundary_conditions});
   }
-  if (make.FITS(TIMES(NUM_AUX_ELEMENTS, 2))) {
-    make.MAKE(t.AUX_ELEMENT_NUMBERS, {NUM_AUX_ELEMENTS});
-    make.MAKE(t.AUX_ELEMENT_NODES, {2, NUM_AUX_ELEMENTS});
-    for (TABLE<float>* table : {&t.AUX_ELEMENT_R5, &t.AUX_ELEMENT_R6, &t.AUX_ELEMENT_R7}) {
-      make.MAKE(*table, {NUM_AUX_ELEMENTS});
+  if (make.fits(times(num_aux_elements, 2))) {
+    make.make(t.aux_element_numbers, {num_aux_elements});
+    make.make(t.aux_element_nodes, {2, num_aux_elements});
+    for (Table<float>* table : {&t.aux_element_r5, &t.aux_element_r6, &t.aux_element_r7}) {
+      make.make(*table, {num_aux_elements});
     }
-    make.MAKE(t.AUX_ELEMENT_W8, {NUM_AUX_ELEMENTS});
-    make.MAKE(t.AUX_ELEMENT_W9, {NUM_AUX_ELEMENTS});
+    make.make(t.aux_element_w8, {num_aux_elements});
+    make.make(t.aux_element_w9, {num_aux_elements});
   }
-  if (make.FITS(NUM_AUX_NODES)) {
-    make.MAKE(t.AUX_NODE_NUMBERS, {NUM_AUX_NODES});
-    make.MAKE(t.AUX_NODE_COORDINATES, {NUM_AUX_NODES, 3});
+  if (make.fits(num_aux_nodes)) {
+    make.make(t.aux_node_numbers, {num_aux_nodes});
+    make.make(t.aux_node_coordinates, {num_aux_nodes, 3});
   }
 
   // Environment.
-  if (make.FITS(NUM_WAVE_HARMONICS)) make.MAKE(t.WAVE_HARMONICS, {NUM_WAVE_HARMONICS, 5});
-  if (make.FITS(NUM_DSP_WAVE_HARMONICS)) make.MAKE(t.DSP_WAVE_HARMONICS, {5, NUM_DSP_WAVE_HARMONICS});
-  if (make.FITS(NUM_CURRENT_POINTS)) make.MAKE(t.CURRENT_PROFILE, {NUM_CURRENT_POINTS, 3});
+  if (make.fits(num_wave_harmonics)) make.make(t.wave_harmonics, {num_wave_harmonics, 5});
+  if (make.fits(num_dsp_wave_harmonics)) make.make(t.dsp_wave_harmonics, {5, num_dsp_wave_harmonics});
+  if (make.fits(num_current_points)) make.make(t.current_profile, {num_current_points, 3});
 
   // Sets and labels: a set takes at least 9 records, a label 9.
-  if (make.FITS(TIMES(NUM_ELEMENT_SETS, 9))) {
-    make.MAKE(t.ELEMENT_SET_NAMES, {NUM_ELEMENT_SETS});
-    make.MAKE(t.ELEMENT_SET_COUNTS, {NUM_ELEMENT_SETS});
-    if (make.OK()) t.ELEMENT_SET_MEMBERS.assign(static_cast<std::size_t>(std::max(NUM_ELEMENT_SETS, 0)), {});
+  if (make.fits(times(num_element_sets, 9))) {
+    make.make(t.element_set_names, {num_element_sets});
+    make.make(t.element_set_counts, {num_element_sets});
+    if (make.ok()) t.element_set_members.assign(static_cast<std::size_t>(std::max(num_element_sets, 0)), {});
   }
-  if (make.FITS(TIMES(NUM_NODE_SETS, 9))) {
-    make.MAKE(t.NODE_SET_NAMES, {NUM_NODE_SETS});
-    make.MAKE(t.NODE_SET_COUNTS, {NUM_NODE_SETS});
-    if (make.OK()) t.NODE_SET_MEMBERS.assign(static_cast<std::size_t>(std::max(NUM_NODE_SETS, 0)), {});
+  if (make.fits(times(num_node_sets, 9))) {
+    make.make(t.node_set_names, {num_node_sets});
+    make.make(t.node_set_counts, {num_node_sets});
+    if (make.ok()) t.node_set_members.assign(static_cast<std::size_t>(std::max(num_node_sets, 0)), {});
   }
-  if (make.FITS(TIMES(NUM_LABELS, 9))) {
-    make.MAKE(t.LABEL_NAMES, {NUM_LABELS});
-    make.MAKE(t.LABEL_TARGETS, {NUM_LABELS, 2});
+  if (make.fits(times(num_labels, 9))) {
+    make.make(t.label_names, {num_labels});
+    make.make(t.label_targets, {num_labels, 2});
   }
-  if (make.FITS(P8(NUM_POINT_MASSES))) make.MAKE(t.POINT_MASS_NODES, {NUM_POINT_MASSES});
-  if (make.FITS(NUM_POINT_LOADS)) make.MAKE(t.POINT_LOADS, {3, NUM_POINT_LOADS});
+  if (make.fits(p8(num_point_masses))) make.make(t.point_mass_nodes, {num_point_masses});
+  if (make.fits(num_point_loads)) make.make(t.point_loads, {3, num_point_loads});
 
   // Contact and installation.
-  if (make.FITS(TIMES(PIP_NODES_PER_PAIR, std::max(NUM_PIPE_IN_PIPE, 0)))) {
-    make.MAKE(t.PIP_DATA, {PIP_NODES_PER_PAIR, 2, NUM_PIPE_IN_PIPE});
+  if (make.fits(times(pip_nodes_per_pair, std::max(num_pipe_in_pipe, 0)))) {
+    make.make(t.pip_data, {pip_nodes_per_pair, 2, num_pipe_in_pipe});
   }
-  if (make.FITS(TIMES(NUM_GUIDE_SURFACES, VERSION.GUIDE_SURFACE_HEAD_RECORDS + 8))) {
-    make.MAKE(t.GUIDE_SURFACE_IDS, {NUM_GUIDE_SURFACES});
-    make.MAKE(t.GUIDE_SURFACE_VALUES, {NUM_GUIDE_SURFACES, 2});
-    make.MAKE(t.GUIDE_SURFACE_SWITCHES, {NUM_GUIDE_SURFACES, 2});
-    make.MAKE(t.GUIDE_SURFACE_FLAGS, {NUM_GUIDE_SURFACES});
-    make.MAKE(t.GUIDE_SURFACE_NAMES, {NUM_GUIDE_SURFACES});
-    make.MAKE(t.AXES_TABLE, {NUM_GUIDE_SURFACES, 2, 3});
-    make.MAKE(t.ORIGIN_TABLE, {NUM_GUIDE_SURFACES, 3});
+  if (make.fits(times(num_guide_surfaces, version.guide_surface_head_records + 8))) {
+    make.make(t.guide_surface_ids, {num_guide_surfaces});
+    make.make(t.guide_surface_values, {num_guide_surfaces, 2});
+    make.make(t.guide_surface_switches, {num_guide_surfaces, 2});
+    make.make(t.guide_surface_flags, {num_guide_surfaces});
+    make.make(t.guide_surface_names, {num_guide_surfaces});
+    make.make(t.axes_table, {num_guide_surfaces, 2, 3});
+    make.make(t.origin_table, {num_guide_surfaces, 3});
   }
-  if (make.FITS(NUM_PANELS)) {
-    make.MAKE(t.PANEL_TABLE, {NUM_PANELS, 4});
-    make.MAKE(t.PANEL_VALUES, {NUM_PANELS});
+  if (make.fits(num_panels)) {
+    make.make(t.panel_table, {num_panels, 4});
+    make.make(t.panel_values, {num_panels});
   }
-  if (make.FITS(NUM_ZERO_GAP_GUIDES)) {
-    make.MAKE(t.ZERO_GAP_GUIDE_IDS, {NUM_ZERO_GAP_GUIDES});
-    make.MAKE(t.ZERO_GAP_GUIDE_VALUES, {NUM_ZERO_GAP_GUIDES});
-    make.MAKE(t.ZGG_DIRECTION, {NUM_ZERO_GAP_GUIDES, 3});
-    make.MAKE(t.ZGG_ORIGIN, {NUM_ZERO_GAP_GUIDES, 3});
+  if (make.fits(num_zero_gap_guides)) {
+    make.make(t.zero_gap_guide_ids, {num_zero_gap_guides});
+    make.make(t.zero_gap_guide_values, {num_zero_gap_guides});
+    make.make(t.zgg_direction, {num_zero_gap_guides, 3});
+    make.make(t.zgg_origin, {num_zero_gap_guides, 3});
   }
-  if (make.FITS(TIMES(NUM_INSTALLATION_CRITERIA, 9))) {
-    make.MAKE(t.INSTALLATION_CRITERIA_IDS, {NUM_INSTALLATION_CRITERIA});
-    make.MAKE(t.INSTALLATION_CRITERIA_VALUE_1, {NUM_INSTALLATION_CRITERIA});
-    make.MAKE(t.INSTALLATION_CRITERIA_VALUE_2, {NUM_INSTALLATION_CRITERIA});
-    make.MAKE(t.INSTALLATION_CRITERIA_NAMES, {NUM_INSTALLATION_CRITERIA});
+  if (make.fits(times(num_installation_criteria, 9))) {
+    make.make(t.installation_criteria_ids, {num_installation_criteria});
+    make.make(t.installation_criteria_value_1, {num_installation_criteria});
+    make.make(t.installation_criteria_value_2, {num_installation_criteria});
+    make.make(t.installation_criteria_names, {num_installation_criteria});
   }
-  if (make.FITS(TIMES(NUM_FLOATING_BODIES, 4))) {
-    make.MAKE(t.FLOATING_BODY_IDS, {NUM_FLOATING_BODIES});
-    make.MAKE(t.FLOATING_BODY_NAMES, {NUM_FLOATING_BODIES});
-    make.MAKE(t.FLOATING_BODY_VALUES, {NUM_FLOATING_BODIES});
-    make.MAKE(t.FLOATING_BODY_CODES, {NUM_FLOATING_BODIES});
+  if (make.fits(times(num_floating_bodies, 4))) {
+    make.make(t.floating_body_ids, {num_floating_bodies});
+    make.make(t.floating_body_names, {num_floating_bodies});
+    make.make(t.floating_body_values, {num_floating_bodies});
+    make.make(t.floating_body_codes, {num_floating_bodies});
   }
-  if (make.FITS(TIMES(NUM_VESSELS, 9))) make.MAKE(t.VESSEL_NAMES, {NUM_VESSELS});
-  make.MAKE(t.STINGER_DATA, {6});
-  if (make.FITS(P8(NUM_DAMPER_ELEMENTS))) make.MAKE(t.DAMPER_ELEMENTS, {NUM_DAMPER_ELEMENTS});
+  if (make.fits(times(num_vessels, 9))) make.make(t.vessel_names, {num_vessels});
+  make.make(t.stinger_data, {6});
+  if (make.fits(p8(num_damper_elements))) make.make(t.damper_elements, {num_damper_elements});
 
   // Every step has a frame of at least one record.
-  if (make.FITS(NUM_TIME_STEPS)) make.MAKE(t.TIME_LIST, {NUM_TIME_STEPS});
+  if (make.fits(num_time_steps)) make.make(t.time_list, {num_time_steps});
 
-  if (!make.OK()) HEADER_FAILURE(ALLOCATION_FAILURE, flag);
+  if (!make.ok()) header_failure(allocation_failure, flag);
 }
 
-void TIDE3_DATABASE_FILES::DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS() {
-  SEABED_PROFILE.DESTROY();
+void FormatReader::deallocate_database_header_arrays() {
+  seabed_profile.destroy();
   // The plastic hardening models release their own arrays first; then every
   // table goes at once, so no table of the last header can outlive it.
-  TABLE<MOD_PLASTIC_HARDENING::T_PLASTIC_HARDENING>& models = TABLES.PLASTIC_HARDENING_MODELS;
-  for (int64_t m = 1; m <= models.EXTENT(); ++m) MOD_PLASTIC_HARDENING::DEALLOCATE(models(m));
-  TABLES = HEADER_TABLES{};
+  Table<plastic_hardening::PlasticHardening>& models = tables.plastic_hardening_models;
+  for (int64_t m = 1; m <= models.extent(); ++m) plastic_hardening::deallocate(models(m));
+  tables = HeaderTables{};
 }
 
 }  // namespace tmrdar::header

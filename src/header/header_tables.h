@@ -1,5 +1,5 @@
 // The tables of a header: made once the run control counts are known, filled
-// by the block readers, released by DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS
+// by the block readers, released by deallocate_database_header_arrays
 // or by the next header read. Each table names the block it comes from.
 #pragma once
 
@@ -16,138 +16,138 @@
 
 namespace tmrdar::header {
 
-inline constexpr std::size_t NAME_FIELD_WIDTH = 256;
-inline constexpr std::size_t FLOATING_BODY_NAME_WIDTH = 32;
-using NAME_FIELD = chars::BLANK_PADDED<NAME_FIELD_WIDTH>;
+inline constexpr std::size_t name_field_width = 256;
+inline constexpr std::size_t floating_body_name_width = 32;
+using NameField = chars::BlankPadded<name_field_width>;
 
-struct HEADER_TABLES {
+struct HeaderTables {
   // Element data (block 16): numbers, end nodes (rows of the node table once
   // translated), length and the other words of records A, B and C.
-  TABLE<int32_t, 2> ELEMENT_NUMBERS;  // (NUM_ELEMENTS, 2): file number, user's number
-  TABLE<int32_t, 2> ELEMENT_NODES;    // (NUM_ELEMENTS, NODES_PER_ELEMENT)
-  TABLE<float> ELEMENT_LENGTH;
-  TABLE<float> ELEMENT_A6;
-  TABLE<float> ELEMENT_A7;
-  TABLE<int32_t> ELEMENT_A8;
-  TABLE<float> ELEMENT_B1;
-  TABLE<float> ELEMENT_B2;
-  TABLE<float> ELEMENT_B3;
-  TABLE<float> ELEMENT_B4;
-  TABLE<int32_t> ELEMENT_B5;
-  TABLE<float> ELEMENT_B6;
-  TABLE<float> ELEMENT_B7;
-  TABLE<float> ELEMENT_B8;
-  TABLE<float> ELEMENT_C1;
-  // Material properties (block 17): (NUM_ELEMENTS, 4).
-  TABLE<float, 2> ELEMENT_SECTION_TABLE;
-  // Nonlinear E tables (block 18): (NUM_NONLINEAR_E_TABLES, 4).
-  TABLE<float, 2> NONLINEAR_E_TABLE;
+  Table<int32_t, 2> element_numbers;  // (num_elements, 2): file number, user's number
+  Table<int32_t, 2> element_nodes;    // (num_elements, nodes_per_element)
+  Table<float> element_length;
+  Table<float> element_a6;
+  Table<float> element_a7;
+  Table<int32_t> element_a8;
+  Table<float> element_b1;
+  Table<float> element_b2;
+  Table<float> element_b3;
+  Table<float> element_b4;
+  Table<int32_t> element_b5;
+  Table<float> element_b6;
+  Table<float> element_b7;
+  Table<float> element_b8;
+  Table<float> element_c1;
+  // Material properties (block 17): (num_elements, 4).
+  Table<float, 2> element_section_table;
+  // Nonlinear E tables (block 18): (num_nonlinear_e_tables, 4).
+  Table<float, 2> nonlinear_e_table;
   // Node data (block 19).
-  TABLE<int32_t, 2> NODE_NUMBERS;     // (NUM_NODES, 2): file number, user's number
-  TABLE<float, 2> NODE_COORDINATES;   // (COORDS_PER_NODE, NUM_NODES)
-  TABLE<int32_t> CONDITION_NODES;     // (NUM_BOUNDARY_CONDITIONS)
+  Table<int32_t, 2> node_numbers;     // (num_nodes, 2): file number, user's number
+  Table<float, 2> node_coordinates;   // (coords_per_node, num_nodes)
+  Table<int32_t> condition_nodes;     // (num_boundary_conditions)
   // Auxiliary elements (block 20) and nodes (block 21).
-  TABLE<int32_t> AUX_ELEMENT_NUMBERS;
-  TABLE<int32_t, 2> AUX_ELEMENT_NODES;  // (2, NUM_AUX_ELEMENTS)
-  TABLE<float> AUX_ELEMENT_R5;
-  TABLE<float> AUX_ELEMENT_R6;
-  TABLE<float> AUX_ELEMENT_R7;
-  TABLE<int32_t> AUX_ELEMENT_W8;
-  TABLE<int32_t> AUX_ELEMENT_W9;
-  TABLE<int32_t> AUX_NODE_NUMBERS;
-  TABLE<float, 2> AUX_NODE_COORDINATES;  // (NUM_AUX_NODES, 3)
+  Table<int32_t> aux_element_numbers;
+  Table<int32_t, 2> aux_element_nodes;  // (2, num_aux_elements)
+  Table<float> aux_element_r5;
+  Table<float> aux_element_r6;
+  Table<float> aux_element_r7;
+  Table<int32_t> aux_element_w8;
+  Table<int32_t> aux_element_w9;
+  Table<int32_t> aux_node_numbers;
+  Table<float, 2> aux_node_coordinates;  // (num_aux_nodes, 3)
 
   // Environment (blocks 23 to 25, 32 and 41); the seabed points live in the
   // seabed profile.
-  TABLE<float, 2> WAVE_HARMONICS;      // (NUM_WAVE_HARMONICS, 5)
-  TABLE<float, 2> DSP_WAVE_HARMONICS;  // (5, NUM_DSP_WAVE_HARMONICS)
-  TABLE<float> CONTACT_DIAMETERS;      // (NUM_ELEMENTS)
-  TABLE<float, 2> CURRENT_PROFILE;     // (NUM_CURRENT_POINTS, 3)
-  TABLE<float, 2> TARGET_SPECTRUM;     // (NUM_TARGET_SPECTRUM_INTERVALS + 1, 2), made by its reader
+  Table<float, 2> wave_harmonics;      // (num_wave_harmonics, 5)
+  Table<float, 2> dsp_wave_harmonics;  // (5, num_dsp_wave_harmonics)
+  Table<float> contact_diameters;      // (num_elements)
+  Table<float, 2> current_profile;     // (num_current_points, 3)
+  Table<float, 2> target_spectrum;     // (num_target_spectrum_intervals + 1, 2), made by its reader
 
   // Sets and labels (blocks 26 to 28). A set's members are kept as a list of
   // the length the file gives it.
-  TABLE<NAME_FIELD> ELEMENT_SET_NAMES;
-  TABLE<int32_t> ELEMENT_SET_COUNTS;
-  std::vector<std::vector<int32_t>> ELEMENT_SET_MEMBERS;
-  TABLE<NAME_FIELD> NODE_SET_NAMES;
-  TABLE<int32_t> NODE_SET_COUNTS;
-  std::vector<std::vector<int32_t>> NODE_SET_MEMBERS;
-  TABLE<NAME_FIELD> LABEL_NAMES;
-  TABLE<int32_t, 2> LABEL_TARGETS;  // (NUM_LABELS, 2): number, kind
+  Table<NameField> element_set_names;
+  Table<int32_t> element_set_counts;
+  std::vector<std::vector<int32_t>> element_set_members;
+  Table<NameField> node_set_names;
+  Table<int32_t> node_set_counts;
+  std::vector<std::vector<int32_t>> node_set_members;
+  Table<NameField> label_names;
+  Table<int32_t, 2> label_targets;  // (num_labels, 2): number, kind
   // Point masses, point loads, boundary conditions (blocks 29 to 31).
-  TABLE<int32_t> POINT_MASS_NODES;
-  TABLE<float, 2> POINT_LOADS;  // (3, NUM_POINT_LOADS)
-  TABLE<int32_t> BOUNDARY_CONDITION_NODES;
+  Table<int32_t> point_mass_nodes;
+  Table<float, 2> point_loads;  // (3, num_point_loads)
+  Table<int32_t> boundary_condition_nodes;
 
   // Contact and installation (blocks 33 to 40).
-  TABLE<int32_t, 3> PIP_DATA;  // (PIP_NODES_PER_PAIR, 2, NUM_PIPE_IN_PIPE)
-  TABLE<int32_t> GUIDE_SURFACE_IDS;
-  TABLE<float, 2> GUIDE_SURFACE_VALUES;   // (NUM_GUIDE_SURFACES, 2)
-  TABLE<LOGICAL, 2> GUIDE_SURFACE_SWITCHES;  // (NUM_GUIDE_SURFACES, 2)
-  TABLE<LOGICAL> GUIDE_SURFACE_FLAGS;
-  int32_t GUIDE_SURFACE_FLAG_COUNT = 0;
-  TABLE<NAME_FIELD> GUIDE_SURFACE_NAMES;
-  TABLE<int32_t, 2> PANEL_TABLE;  // (NUM_PANELS, 4)
-  TABLE<int32_t> PANEL_VALUES;
-  TABLE<int32_t> ZERO_GAP_GUIDE_IDS;      // word 1 of a zero gap guide
-  TABLE<float> ZERO_GAP_GUIDE_VALUES;     // word 2
+  Table<int32_t, 3> pip_data;  // (pip_nodes_per_pair, 2, num_pipe_in_pipe)
+  Table<int32_t> guide_surface_ids;
+  Table<float, 2> guide_surface_values;   // (num_guide_surfaces, 2)
+  Table<Logical, 2> guide_surface_switches;  // (num_guide_surfaces, 2)
+  Table<Logical> guide_surface_flags;
+  int32_t guide_surface_flag_count = 0;
+  Table<NameField> guide_surface_names;
+  Table<int32_t, 2> panel_table;  // (num_panels, 4)
+  Table<int32_t> panel_values;
+  Table<int32_t> zero_gap_guide_ids;      // word 1 of a zero gap guide
+  Table<float> zero_gap_guide_values;     // word 2
   // Where the guides stood at an output step, as the motion frame of that
-  // step gives them; the V841 reader's UPDATE_GUIDE_COORDS_AXES fills them.
-  TABLE<float, 3> AXES_TABLE;     // (NUM_GUIDE_SURFACES, 2, 3): two axes a guide surface
-  TABLE<float, 2> ORIGIN_TABLE;   // (NUM_GUIDE_SURFACES, 3)
-  TABLE<float, 2> ZGG_DIRECTION;  // (NUM_ZERO_GAP_GUIDES, 3): the first axis of a zero gap guide
-  TABLE<float, 2> ZGG_ORIGIN;     // (NUM_ZERO_GAP_GUIDES, 3)
-  std::array<int32_t, 5> INSTALLATION_SETTINGS{};  // the first record of block 37
-  TABLE<int32_t> INSTALLATION_CRITERIA_IDS;
-  TABLE<float> INSTALLATION_CRITERIA_VALUE_1;
-  TABLE<float> INSTALLATION_CRITERIA_VALUE_2;
-  TABLE<NAME_FIELD> INSTALLATION_CRITERIA_NAMES;
-  TABLE<int32_t> FLOATING_BODY_IDS;
-  TABLE<chars::BLANK_PADDED<FLOATING_BODY_NAME_WIDTH>> FLOATING_BODY_NAMES;
-  TABLE<double> FLOATING_BODY_VALUES;
-  TABLE<int32_t> FLOATING_BODY_CODES;
-  TABLE<NAME_FIELD> VESSEL_NAMES;
-  TABLE<float> STINGER_DATA;  // 6 values
+  // step gives them; the V841 reader's update_guide_coords_axes fills them.
+  Table<float, 3> axes_table;     // (num_guide_surfaces, 2, 3): two axes a guide surface
+  Table<float, 2> origin_table;   // (num_guide_surfaces, 3)
+  Table<float, 2> zgg_direction;  // (num_zero_gap_guides, 3): the first axis of a zero gap guide
+  Table<float, 2> zgg_origin;     // (num_zero_gap_guides, 3)
+  std::array<int32_t, 5> installation_settings{};  // the first record of block 37
+  Table<int32_t> installation_criteria_ids;
+  Table<float> installation_criteria_value_1;
+  Table<float> installation_criteria_value_2;
+  Table<NameField> installation_criteria_names;
+  Table<int32_t> floating_body_ids;
+  Table<chars::BlankPadded<floating_body_name_width>> floating_body_names;
+  Table<double> floating_body_values;
+  Table<int32_t> floating_body_codes;
+  Table<NameField> vessel_names;
+  Table<float> stinger_data;  // 6 values
 
   // Plastic hardening models (blocks 49 and 50), made by their reader, and
   // the damper elements (block 51).
-  TABLE<MOD_PLASTIC_HARDENING::T_PLASTIC_HARDENING> PLASTIC_HARDENING_MODELS;
-  TABLE<int32_t> DAMPER_ELEMENTS;
+  Table<plastic_hardening::PlasticHardening> plastic_hardening_models;
+  Table<int32_t> damper_elements;
 
   // The time of each output step, read from the result frames.
-  TABLE<float> TIME_LIST;
+  Table<float> time_list;
 
-  // Integration point locations along each element: (10, NUM_ELEMENTS),
+  // Integration point locations along each element: (10, num_elements),
   // made by the open when the header asks for them.
-  TABLE<double, 2> INTEGRATION_POINTS;
+  Table<double, 2> integration_points;
 
   // Indexes from a number to the first row that holds it, made once the
   // tables they cover are read.
-  NUMBER_INDEX NODE_FILE_NUMBER_INDEX;  // NODE_NUMBERS(:, 1)
-  NUMBER_INDEX NODE_USER_NUMBER_INDEX;  // NODE_NUMBERS(:, 2)
-  NUMBER_INDEX ELEMENT_USER_NUMBER_INDEX;  // ELEMENT_NUMBERS(:, 2)
-  NUMBER_INDEX AUX_NODE_NUMBER_INDEX;
-  NUMBER_INDEX AUX_ELEMENT_NUMBER_INDEX;
-  NUMBER_INDEX BOUNDARY_CONDITION_INDEX;  // BOUNDARY_CONDITION_NODES
+  NumberIndex node_file_number_index;  // node_numbers(:, 1)
+  NumberIndex node_user_number_index;  // node_numbers(:, 2)
+  NumberIndex element_user_number_index;  // element_numbers(:, 2)
+  NumberIndex aux_node_number_index;
+  NumberIndex aux_element_number_index;
+  NumberIndex boundary_condition_index;  // boundary_condition_nodes
   // Label names, trimmed and with A to Z in lower case, to their first row.
-  std::unordered_map<std::string, int32_t> LABEL_INDEX;
+  std::unordered_map<std::string, int32_t> label_index;
 
   // What the model queries answer from, made with the indexes: for each
   // element row the lengths of the rows before it summed in single precision
   // in row order, the node rows of its two ends (0 for an end whose file
   // number no node has), and the first pipe-in-pipe pair whose search finds
   // the row (0 for none).
-  struct MODEL_QUERY_TABLES {
-    TABLE<float> DISTANCE_PREFIX;     // (NUM_ELEMENTS)
-    TABLE<int32_t, 2> END_NODE_ROWS;  // (NUM_ELEMENTS, 2)
-    TABLE<int32_t> ENCLOSING_PAIR;    // (NUM_ELEMENTS)
-  } MODEL_QUERIES;
+  struct ModelQueryTables {
+    Table<float> distance_prefix;     // (num_elements)
+    Table<int32_t, 2> end_node_rows;  // (num_elements, 2)
+    Table<int32_t> enclosing_pair;    // (num_elements)
+  } model_queries;
 };
 
-class TIDE3_DATABASE_FILES;
-// Makes the reader's MODEL_QUERIES from its tables as read; false when the
+class FormatReader;
+// Makes the reader's model_queries from its tables as read; false when the
 // memory cannot be had.
-bool BUILD_MODEL_QUERY_TABLES(TIDE3_DATABASE_FILES& db);
+bool build_model_query_tables(FormatReader& db);
 
 }  // namespace tmrdar::header

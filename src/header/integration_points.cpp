@@ -7,19 +7,19 @@
 
 namespace tmrdar::header {
 
-void TIDE3_DATABASE_FILES::BUILD_INTEGRATION_POINTS(bool& failed) {
-  using V861_SHAPE_FUNCTION_DATA::MAX_INTEGRATION_ORDER;
-  TABLE<double, 2>& locations = TABLES.INTEGRATION_POINTS;
+void FormatReader::build_integration_points(bool& failed) {
+  using shape_functions::max_integration_order;
+  Table<double, 2>& locations = tables.integration_points;
   // One column for each element of the length table, which the file backs.
-  const int64_t columns = std::min<int64_t>(std::max(NUM_ELEMENTS, 0), TABLES.ELEMENT_LENGTH.EXTENT());
-  if (!locations.ALLOCATE({MAX_INTEGRATION_ORDER, columns}, 0.0)) {
+  const int64_t columns = std::min<int64_t>(std::max(num_elements, 0), tables.element_length.extent());
+  if (!locations.allocate({max_integration_order, columns}, 0.0)) {
     int32_t flag = 0;
-    HEADER_FAILURE("Unable to allocate memory for the integration point locations:", flag);
+    header_failure("Unable to allocate memory for the integration point locations:", flag);
     failed = true;
     return;
   }
-  V861_SHAPE_FUNCTION_DATA::INITIALISE_FC_DATA4(SHAPE_FUNCTION_ORDER, static_cast<int32_t>(columns),
-                                                TABLES.ELEMENT_LENGTH.DATA(), locations.STORAGE());
+  shape_functions::initialise_fc_data4(shape_function_order, static_cast<int32_t>(columns),
+                                                tables.element_length.data(), locations.storage());
 }
 
 }  // namespace tmrdar::header

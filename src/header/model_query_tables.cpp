@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "header/block_reading.h"
-#include "header/tide3_database_files.h"
+#include "header/format_reader.h"
 
 namespace tmrdar::header {
 namespace {
@@ -16,14 +16,14 @@ namespace {
 // The element lengths of the rows before each row, summed in single
 // precision in row order, so that each entry is bit for bit the running sum
 // from row 1.
-bool BUILD_DISTANCE_PREFIX(HEADER_TABLES& t) {
-  TABLE<float>& prefix = t.MODEL_QUERIES.DISTANCE_PREFIX;
-  const int64_t rows = t.ELEMENT_LENGTH.EXTENT();
-  if (!prefix.ALLOCATE({rows})) return false;
+bool build_distance_prefix(HeaderTables& t) {
+  Table<float>& prefix = t.model_queries.distance_prefix;
+  const int64_t rows = t.element_length.extent();
+  if (!prefix.allocate({rows})) return false;
   float sum = 0.0F;
   for (int64_t r = 1; r <= rows; ++r) {
     prefix(r) = sum;
-    sum = sum + t.ELEMENT_LENGTH(r);
+    sum = sum + t.element_length(r);
   }
   return true;
 }
@@ -41,17 +41,17 @@ bool BUILD_DISTANCE_PREFIX(HEADER_TABLES& t) {
 // Ends that the translation does not cover (fewer than two nodes an
 // element) hold file numbers, and are rows where they name their own row.
 // All this holds for a header read to its end, the only one that is asked.
-bool BUILD_END_NODE_ROWS(TIDE3_DATABASE_FILES& db) {
-  HEADER_TABLES& t = db.TABLES;
-  TABLE<int32_t, 2>& ends = t.MODEL_QUERIES.END_NODE_ROWS;
-  const int64_t rows = std::min<int64_t>(std::max(db.NUM_ELEMENTS, 0), t.ELEMENT_NODES.EXTENT(1));
-  if (!ends.ALLOCATE({rows, 2})) return false;
-  if (rows == 0 || t.ELEMENT_NODES.EXTENT(2) < 2) return true;
+bool build_end_node_rows(FormatReader& db) {
+  HeaderTables& t = db.tables;
+  Table<int32_t, 2>& ends = t.model_queries.end_node_rows;
+  const int64_t rows = std::min<int64_t>(std::max(db.num_elements, 0), t.element_nodes.extent(1));
+  if (!ends.allocate({rows, 2})) return false;
+  if (rows == 0 || t.element_nodes.extent(2) < 2) return true;
 
-  const NUMBER_INDEX& file_numbers = t.NODE_FILE_NUMBER_INDEX;
-  const int64_t translated = db.NODES_PER_ELEMENT > 0 ? std::min(db.NODES_PER_ELEMENT, 2) : 0;
+  const NumberIndex& file_numbers = t.node_file_number_index;
+  const int64_t translated = db.nodes_per_element > 0 ? std::min(db.nodes_per_element, 2) : 0;
   // Which of the values 1 to the node rows some node has as its file number.
-  const int64_t nodes = t.NODE_NUMBERS.EXTENT(2) >= 1 ? t.NODE_NUMBERS.EXTENT(1) : 0;
+  const int64_t nodes = t.node_numbers.extent(2) >= 1 ? t.node_numbers.extent(1) : 0;
   std::vector<bool> is_file_number;
   try {
     is_file_number.assign(static_cast<std::size_t>(nodes + 1), false);
@@ -59,21 +59,21 @@ bool BUILD_END_NODE_ROWS(TIDE3_DATABASE_FILES& db) {
     return false;
   }
   for (int64_t j = 1; j <= nodes; ++j) {
-    const int32_t f = t.NODE_NUMBERS(j, 1);
+    const int32_t f = t.node_numbers(j, 1);
     if (f >= 1 && f <= nodes) is_file_number[static_cast<std::size_t>(f)] = true;
   }
-  const auto first_row = [&](int32_t v) { return file_numbers.FIND(t.NODE_NUMBERS(v, 1)) == v; };
+  const auto first_row = [&](int32_t v) { return file_numbers.find(t.node_numbers(v, 1)) == v; };
   // The scratch buffer keeps what the header read left in it.
-  const std::array<int32_t, 8> kept = db.HEADER_INTS;
-  const int64_t block = db.BLOCK_POSITION(16);
-  const int64_t size = db.HEADER_FILE.SIZE();
+  const std::array<int32_t, 8> kept = db.header_ints;
+  const int64_t block = db.block_position(16);
+  const int64_t size = db.header_file.size();
   for (int64_t i = 1; i <= rows; ++i) {
     bool read_again = false;
     for (int64_t k = 1; k <= 2; ++k) {
-      const int32_t v = t.ELEMENT_NODES(i, k);
+      const int32_t v = t.element_nodes(i, k);
       if (v < 1 || v > nodes) continue;  // no row
       if (k > translated) {
-        if (file_numbers.FIND(v) == v) ends(i, k) = v;
+        if (file_numbers.find(v) == v) ends(i, k) = v;
       } else if (is_file_number[static_cast<std::size_t>(v)]) {
         ends(i, k) = v;
       } else if (first_row(v)) {
@@ -82,38 +82,38 @@ bool BUILD_END_NODE_ROWS(TIDE3_DATABASE_FILES& db) {
     }
     if (!read_again) continue;
     // Words 3 and 4 of record A: bytes 9 to 16 of the element's first record.
-    const int64_t position = RECORD_AT(block, 3 * (i - 1)) + 8;
+    const int64_t position = record_at(block, 3 * (i - 1)) + 8;
     if (block < 1 || position + 7 > size) continue;
     int32_t status = 0;
-    READ_RUNS(db, position, {{WORDS::INTS, 2}}, status);
+    read_runs(db, position, {{Words::ints, 2}}, status);
     if (status != 0) continue;
     for (int64_t k = 1; k <= translated; ++k) {
-      const int32_t row = file_numbers.FIND(db.HEADER_INTS[static_cast<std::size_t>(k - 1)]);
-      if (row != 0 && t.ELEMENT_NODES(i, k) == row) ends(i, k) = row;
+      const int32_t row = file_numbers.find(db.header_ints[static_cast<std::size_t>(k - 1)]);
+      if (row != 0 && t.element_nodes(i, k) == row) ends(i, k) = row;
     }
   }
-  db.HEADER_INTS = kept;
+  db.header_ints = kept;
   return true;
 }
 
 // For each element row e, the first pair k whose search finds e: the search
 // of pair k compares e with the words of the pipe-in-pipe table taken as flat
-// storage from column 2 of pair k on, NUM_ELEMENTS words of them, and stops
-// at the end of the table. The pairs' word ranges overlap when NUM_ELEMENTS
+// storage from column 2 of pair k on, num_elements words of them, and stops
+// at the end of the table. The pairs' word ranges overlap when num_elements
 // exceeds a pair's rows, so a word is found by every pair whose range holds
 // it; the first of them is the one with the lowest range start that still
 // reaches the word. One pass over the table makes the answer of every row.
-bool BUILD_ENCLOSING_PAIRS(TIDE3_DATABASE_FILES& db) {
-  HEADER_TABLES& t = db.TABLES;
-  TABLE<int32_t>& first_pair = t.MODEL_QUERIES.ENCLOSING_PAIR;
-  const int64_t elements = t.ELEMENT_NUMBERS.EXTENT(1);
-  if (!first_pair.ALLOCATE({elements})) return false;
+bool build_enclosing_pairs(FormatReader& db) {
+  HeaderTables& t = db.tables;
+  Table<int32_t>& first_pair = t.model_queries.enclosing_pair;
+  const int64_t elements = t.element_numbers.extent(1);
+  if (!first_pair.allocate({elements})) return false;
 
-  const int64_t rows = t.PIP_DATA.EXTENT(1);
-  const int64_t pairs = std::min<int64_t>(db.NUM_PIPE_IN_PIPE, t.PIP_DATA.EXTENT(3));
-  const int64_t reach = std::max(db.NUM_ELEMENTS, 0);
+  const int64_t rows = t.pip_data.extent(1);
+  const int64_t pairs = std::min<int64_t>(db.num_pipe_in_pipe, t.pip_data.extent(3));
+  const int64_t reach = std::max(db.num_elements, 0);
   if (rows < 1 || pairs < 1 || reach < 1) return true;
-  const std::vector<int32_t>& words = t.PIP_DATA.DATA();
+  const std::vector<int32_t>& words = t.pip_data.data();
   const auto total = static_cast<int64_t>(words.size());
   // Pair k's range starts at word P + 2P(k - 1) (from 0), P the rows of a pair.
   const auto start = [rows](int64_t k) { return rows + 2 * rows * (k - 1); };
@@ -132,8 +132,8 @@ bool BUILD_ENCLOSING_PAIRS(TIDE3_DATABASE_FILES& db) {
 
 }  // namespace
 
-bool BUILD_MODEL_QUERY_TABLES(TIDE3_DATABASE_FILES& db) {
-  return BUILD_DISTANCE_PREFIX(db.TABLES) && BUILD_END_NODE_ROWS(db) && BUILD_ENCLOSING_PAIRS(db);
+bool build_model_query_tables(FormatReader& db) {
+  return build_distance_prefix(db.tables) && build_end_node_rows(db) && build_enclosing_pairs(db);
 }
 
 }  // namespace tmrdar::header

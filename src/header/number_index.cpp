@@ -8,19 +8,19 @@ namespace tmrdar::header {
 namespace {
 
 // A direct table may hold this many places a number.
-constexpr int64_t DIRECT_SPREAD = 4;
+constexpr int64_t direct_spread = 4;
 
 }  // namespace
 
-bool NUMBER_INDEX::BUILD(std::span<const int32_t> numbers) {
-  CLEAR();
+bool NumberIndex::build(std::span<const int32_t> numbers) {
+  clear();
   if (numbers.empty()) return true;
   try {
     const auto [least, most] = std::minmax_element(numbers.begin(), numbers.end());
     const int64_t span = int64_t{*most} - *least + 1;
     const auto count = static_cast<int64_t>(numbers.size());
     // Rows are visited from the first, and a number keeps the first row it got.
-    if (span <= DIRECT_SPREAD * count + 64) {
+    if (span <= direct_spread * count + 64) {
       direct_ = true;
       base_ = *least;
       rows_.assign(static_cast<std::size_t>(span), 0);
@@ -35,7 +35,7 @@ bool NUMBER_INDEX::BUILD(std::span<const int32_t> numbers) {
       keys_.assign(slots, 0);
       for (std::size_t r = 0; r < numbers.size(); ++r) {
         const int32_t number = numbers[r];
-        uint64_t slot = HASH(number) & mask_;
+        uint64_t slot = hash(number) & mask_;
         while (rows_[slot] != 0 && keys_[slot] != number) slot = (slot + 1) & mask_;
         if (rows_[slot] == 0) {
           rows_[slot] = static_cast<int32_t>(r + 1);
@@ -44,7 +44,7 @@ bool NUMBER_INDEX::BUILD(std::span<const int32_t> numbers) {
       }
     }
   } catch (const std::bad_alloc&) {
-    CLEAR();
+    clear();
     return false;
   }
   count_ = numbers.size();
@@ -53,7 +53,7 @@ bool NUMBER_INDEX::BUILD(std::span<const int32_t> numbers) {
   return true;
 }
 
-void NUMBER_INDEX::CLEAR() {
+void NumberIndex::clear() {
   std::vector<int32_t>().swap(rows_);
   std::vector<int32_t>().swap(keys_);
   direct_ = false;

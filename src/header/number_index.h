@@ -10,33 +10,33 @@
 
 namespace tmrdar::header {
 
-class NUMBER_INDEX {
+class NumberIndex {
  public:
   // Indexes `numbers`, whose entry r - 1 is row r. Returns false, with the
   // index left empty, when the memory cannot be had.
-  bool BUILD(std::span<const int32_t> numbers);
-  void CLEAR();
+  bool build(std::span<const int32_t> numbers);
+  void clear();
   // The first row that holds `number`, or 0.
-  int32_t FIND(int32_t number) const {
+  int32_t find(int32_t number) const {
     if (direct_) {
       const uint64_t place = static_cast<uint64_t>(int64_t{number} - base_);
       return place < rows_.size() ? rows_[place] : 0;
     }
     if (rows_.empty()) return 0;
-    for (uint64_t slot = HASH(number) & mask_;; slot = (slot + 1) & mask_) {
+    for (uint64_t slot = hash(number) & mask_;; slot = (slot + 1) & mask_) {
       if (rows_[slot] == 0) return 0;
       if (keys_[slot] == number) return rows_[slot];
     }
   }
-  bool EMPTY() const { return count_ == 0; }
+  bool empty() const { return count_ == 0; }
   // Whether the index was built over exactly these entries (the same list,
   // as long), so that building it again would change nothing.
-  bool COVERS(std::span<const int32_t> numbers) const {
+  bool covers(std::span<const int32_t> numbers) const {
     return built_over_ == numbers.data() && built_size_ == numbers.size() && built_size_ != 0;
   }
 
  private:
-  static uint64_t HASH(int32_t number) {
+  static uint64_t hash(int32_t number) {
     return (static_cast<uint64_t>(static_cast<uint32_t>(number)) * 0x9E3779B97F4A7C15ULL) >> 32;
   }
 

@@ -9,203 +9,203 @@
 
 namespace tmrdar::header {
 
-int64_t TIDE3_DATABASE_FILES::BLOCK_POSITION(int32_t k) const {
+int64_t FormatReader::block_position(int32_t k) const {
   int32_t record = -1;
-  if (VERSION.BLOCKS == BLOCK_LOCATION::DIRECTORY) {
-    if (BLOCK_ADDRESSES != nullptr) record = BLOCK_ADDRESSES->ENTRY(k);
+  if (version.blocks == BlockLocation::directory) {
+    if (block_addresses != nullptr) record = block_addresses->entry(k);
   } else if (k >= 2 && k <= 15) {
-    record = VERSION.RUN_CONTROL[static_cast<std::size_t>(k)];
-  } else if (VERSION.BLOCKS == BLOCK_LOCATION::FIXED_LAYOUT) {
-    if (BLOCK_ADDRESSES != nullptr && k <= VERSION.LAST_BLOCK) record = BLOCK_ADDRESSES->ENTRY(k);
+    record = version.run_control[static_cast<std::size_t>(k)];
+  } else if (version.blocks == BlockLocation::fixed_layout) {
+    if (block_addresses != nullptr && k <= version.last_block) record = block_addresses->entry(k);
   } else {
-    const std::string title = BLOCK_TITLE(VERSION, k);
-    if (!title.empty()) GET_TIDE3_HEADER_ADDRESS(VERSION, title, HEADER_BLOCK_COUNTS(), record);
+    const std::string title = block_title(version, k);
+    if (!title.empty()) get_header_address(version, title, header_block_counts(), record);
   }
   return 32 * int64_t{record} + 1;
 }
 
-MOD_COMMON_DATABASE::BLOCK_COUNTS TIDE3_DATABASE_FILES::HEADER_BLOCK_COUNTS() const {
-  MOD_COMMON_DATABASE::BLOCK_COUNTS c;
-  c.NUM_ELEMENTS = NUM_ELEMENTS;
-  c.NUM_NONLINEAR_E_TABLES = NUM_NONLINEAR_E_TABLES;
-  c.NUM_NODES = NUM_NODES;
-  c.NUM_AUX_ELEMENTS = NUM_AUX_ELEMENTS;
-  c.NUM_AUX_NODES = NUM_AUX_NODES;
-  c.NUM_SEABED_POINTS = NUM_SEABED_POINTS;
-  c.NUM_WAVE_HARMONICS = NUM_WAVE_HARMONICS;
-  c.NUM_DSP_WAVE_HARMONICS = NUM_DSP_WAVE_HARMONICS;
-  c.NUM_ELEMENT_SETS = NUM_ELEMENT_SETS;
-  c.NUM_NODE_SETS = NUM_NODE_SETS;
-  c.NUM_LABELS = NUM_LABELS;
-  c.NUM_POINT_MASSES = NUM_POINT_MASSES;
-  c.NUM_POINT_LOADS = NUM_POINT_LOADS;
-  c.NUM_BOUNDARY_CONDITIONS = NUM_BOUNDARY_CONDITIONS;
-  c.NUM_CURRENT_POINTS = NUM_CURRENT_POINTS;
-  c.PIP_NODES_PER_PAIR = PIP_NODES_PER_PAIR;
-  c.NUM_PIPE_IN_PIPE = NUM_PIPE_IN_PIPE;
-  c.NUM_GUIDE_SURFACES = NUM_GUIDE_SURFACES;
-  c.NUM_PANELS = NUM_PANELS;
-  c.NUM_ZERO_GAP_GUIDES = NUM_ZERO_GAP_GUIDES;
-  c.NUM_INSTALLATION_CRITERIA = NUM_INSTALLATION_CRITERIA;
-  c.NUM_FLOATING_BODIES = NUM_FLOATING_BODIES;
-  c.NUM_VESSELS = NUM_VESSELS;
-  c.NUM_TARGET_SPECTRUM_INTERVALS = NUM_TARGET_SPECTRUM_INTERVALS;
-  c.NUM_PLASTIC_HARDENING_MODELS = NUM_PLASTIC_HARDENING_MODELS;
-  c.NUM_DAMPER_ELEMENTS = NUM_DAMPER_ELEMENTS;
+common_database::BlockCounts FormatReader::header_block_counts() const {
+  common_database::BlockCounts c;
+  c.num_elements = num_elements;
+  c.num_nonlinear_e_tables = num_nonlinear_e_tables;
+  c.num_nodes = num_nodes;
+  c.num_aux_elements = num_aux_elements;
+  c.num_aux_nodes = num_aux_nodes;
+  c.num_seabed_points = num_seabed_points;
+  c.num_wave_harmonics = num_wave_harmonics;
+  c.num_dsp_wave_harmonics = num_dsp_wave_harmonics;
+  c.num_element_sets = num_element_sets;
+  c.num_node_sets = num_node_sets;
+  c.num_labels = num_labels;
+  c.num_point_masses = num_point_masses;
+  c.num_point_loads = num_point_loads;
+  c.num_boundary_conditions = num_boundary_conditions;
+  c.num_current_points = num_current_points;
+  c.pip_nodes_per_pair = pip_nodes_per_pair;
+  c.num_pipe_in_pipe = num_pipe_in_pipe;
+  c.num_guide_surfaces = num_guide_surfaces;
+  c.num_panels = num_panels;
+  c.num_zero_gap_guides = num_zero_gap_guides;
+  c.num_installation_criteria = num_installation_criteria;
+  c.num_floating_bodies = num_floating_bodies;
+  c.num_vessels = num_vessels;
+  c.num_target_spectrum_intervals = num_target_spectrum_intervals;
+  c.num_plastic_hardening_models = num_plastic_hardening_models;
+  c.num_damper_elements = num_damper_elements;
   return c;
 }
 
-void TIDE3_DATABASE_FILES::READ_RUN_CONTROL_BLOCKS(int32_t& flag) {
-  const std::array<int32_t, 8>& i = HEADER_INTS;
-  const std::array<float, 8>& r = HEADER_REALS;
-  constexpr WORDS I = WORDS::INTS;
-  constexpr WORDS R = WORDS::REALS;
+void FormatReader::read_run_control_blocks(int32_t& flag) {
+  const std::array<int32_t, 8>& i = header_ints;
+  const std::array<float, 8>& r = header_reals;
+  constexpr Words i = Words::ints;
+  constexpr Words r = Words::reals;
   int32_t status = 0;
   // A block that cannot be read ends the header; what was stored stays. A
   // block that the format does not have keeps its values at their defaults.
   const auto has = [this](int32_t k) {
-    return VERSION.BLOCKS == BLOCK_LOCATION::DIRECTORY || VERSION.RUN_CONTROL[static_cast<std::size_t>(k)] != NO_RECORD;
+    return version.blocks == BlockLocation::directory || version.run_control[static_cast<std::size_t>(k)] != no_record;
   };
-  const auto read = [&](int32_t k, std::initializer_list<RUN> runs) {
-    READ_RUNS(*this, BLOCK_POSITION(k), runs, status);
+  const auto read = [&](int32_t k, std::initializer_list<Run> runs) {
+    read_runs(*this, block_position(k), runs, status);
     if (status == 0) return true;
-    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Unable to read from database header.");
+    error_handling::error3(true, error_handling::database_postprocessing, "Unable to read from database header.");
     flag = -1;
     return false;
   };
 
   if (has(2)) {
-    if (!read(2, {{I, 8}})) return;
-    TAIL_PAIR_COUNT_A = i[4];
-    TAIL_PAIR_COUNT_B = i[5];
-    NUM_BINARY_ITEMS = i[6];
-    HDR_2_8 = i[7];
+    if (!read(2, {{i, 8}})) return;
+    tail_pair_count_a = i[4];
+    tail_pair_count_b = i[5];
+    num_binary_items = i[6];
+    hdr_2_8 = i[7];
   }
 
-  if (!read(3, {{I, 8}})) return;
-  RESULT_START_RECORD = i[0];
-  MOTION_STEP_RECORDS = i[1];
-  FORCE_STEP_RECORDS = i[2];
-  HDR_3_4 = i[3];
-  MOTION_START_OFFSET = i[4];
-  FORCE_START_OFFSET = i[5];
-  HDR_3_7 = i[6];
-  NUM_PANELS = i[7];
+  if (!read(3, {{i, 8}})) return;
+  result_start_record = i[0];
+  motion_step_records = i[1];
+  force_step_records = i[2];
+  hdr_3_4 = i[3];
+  motion_start_offset = i[4];
+  force_start_offset = i[5];
+  hdr_3_7 = i[6];
+  num_panels = i[7];
 
-  if (!read(4, {{R, 6}, {I, 2}})) return;
-  START_TIME = r[0];
-  END_TIME = r[1];
-  HDR_4_2 = r[1];
-  HDR_4_3 = r[2];
-  HDR_4_4 = r[3];
-  HDR_4_5 = r[4];
-  HDR_4_6 = r[5];
-  PIP_NODES_PER_PAIR = i[0];
-  NUM_NONLINEAR_E_TABLES = i[1];
+  if (!read(4, {{r, 6}, {i, 2}})) return;
+  start_time = r[0];
+  end_time = r[1];
+  hdr_4_2 = r[1];
+  hdr_4_3 = r[2];
+  hdr_4_4 = r[3];
+  hdr_4_5 = r[4];
+  hdr_4_6 = r[5];
+  pip_nodes_per_pair = i[0];
+  num_nonlinear_e_tables = i[1];
 
-  if (!read(5, {{R, 3}, {I, 5}})) return;
-  ANALYSIS_DETAIL_3 = r[0];
-  EXTERNAL_FLUID_DEFAULT_A = r[1];
-  EXTERNAL_FLUID_DEFAULT_B = r[2];
-  NUM_GUIDE_SURFACES = i[0];
-  NUM_ZERO_GAP_GUIDES = i[1];
-  NUM_PIP_CONNECTIONS = i[2];
-  NUM_PIPE_IN_PIPE = i[3];
-  NUM_CLASH_PAIRS = i[4];
+  if (!read(5, {{r, 3}, {i, 5}})) return;
+  analysis_detail_3 = r[0];
+  external_fluid_default_a = r[1];
+  external_fluid_default_b = r[2];
+  num_guide_surfaces = i[0];
+  num_zero_gap_guides = i[1];
+  num_pip_connections = i[2];
+  num_pipe_in_pipe = i[3];
+  num_clash_pairs = i[4];
 
-  if (!read(6, {{I, 8}})) return;
-  NUM_ELEMENTS = i[0];
-  NUM_NODES = i[1];
-  NODES_PER_ELEMENT = i[2];
-  COORDS_PER_NODE = i[3];
-  DOFS_PER_NODE = i[4];
-  NUM_BOUNDARY_CONDITIONS = i[5];
-  NUM_ELEMENT_SETS = i[6];
-  NUM_NODE_SETS = i[7];
+  if (!read(6, {{i, 8}})) return;
+  num_elements = i[0];
+  num_nodes = i[1];
+  nodes_per_element = i[2];
+  coords_per_node = i[3];
+  dofs_per_node = i[4];
+  num_boundary_conditions = i[5];
+  num_element_sets = i[6];
+  num_node_sets = i[7];
 
-  if (!read(7, {{I, 2}})) return;
-  NUM_TIME_STEPS = i[0];
+  if (!read(7, {{i, 2}})) return;
+  num_time_steps = i[0];
 
-  if (!read(8, {{I, 5}, {R, 1}, {I, 2}})) return;
-  ANALYSIS_DETAIL_1 = i[0];
-  HDR_8_2 = i[1];
-  SEABED_PROFILE.SET_GEOMETRY_AND_INTERPOLATION(i[2]);
-  SEABED_GEOMETRY = SEABED_PROFILE.GEOMETRY();
-  NUM_SEABED_POINTS = i[3];
-  NUM_WAVE_HARMONICS = i[4];
-  HDR_8_6 = r[0];
-  NUM_VESSELS = i[5];
-  HDR_8_8 = i[6];
+  if (!read(8, {{i, 5}, {r, 1}, {i, 2}})) return;
+  analysis_detail_1 = i[0];
+  hdr_8_2 = i[1];
+  seabed_profile.set_geometry_and_interpolation(i[2]);
+  seabed_geometry = seabed_profile.geometry();
+  num_seabed_points = i[3];
+  num_wave_harmonics = i[4];
+  hdr_8_6 = r[0];
+  num_vessels = i[5];
+  hdr_8_8 = i[6];
 
-  if (!read(9, {{I, 8}})) return;
-  std::copy(i.begin(), i.end(), OUTPUT_FLAGS.begin());
-  if (!read(10, {{I, 8}})) return;
-  std::copy(i.begin(), i.end(), OUTPUT_FLAGS.begin() + 8);
+  if (!read(9, {{i, 8}})) return;
+  std::copy(i.begin(), i.end(), output_flags.begin());
+  if (!read(10, {{i, 8}})) return;
+  std::copy(i.begin(), i.end(), output_flags.begin() + 8);
 
-  if (!read(11, {{I, 8}})) return;
-  NUM_AUX_NODES = i[0];
-  NUM_AUX_ELEMENTS = i[1];
-  NUM_POINT_MASSES = i[2];
-  NUM_POINT_LOADS = i[3];
-  NUM_CURRENT_POINTS = i[4];
-  NUM_FLOATING_BODIES = i[5];
-  NUM_INSTALLATION_CRITERIA = i[6];
-  NUM_LABELS = i[7];
+  if (!read(11, {{i, 8}})) return;
+  num_aux_nodes = i[0];
+  num_aux_elements = i[1];
+  num_point_masses = i[2];
+  num_point_loads = i[3];
+  num_current_points = i[4];
+  num_floating_bodies = i[5];
+  num_installation_criteria = i[6];
+  num_labels = i[7];
 
   if (has(12)) {
-    if (!read(12, {{I, 2}})) return;
-    NUM_DAMPER_ELEMENTS = i[0];
-    OUTPUT_FLAGS[16] = i[1];
+    if (!read(12, {{i, 2}})) return;
+    num_damper_elements = i[0];
+    output_flags[16] = i[1];
   }
 
   if (has(13)) {
-    if (!read(13, {{I, 6}, {R, 1}, {I, 1}})) return;
-    HDR_13_1 = i[0];
-    NUM_DSP_WAVE_HARMONICS = i[1];
-    HDR_13_3 = i[2];
-    HDR_13_4 = i[3];
-    HDR_13_6 = i[5];
-    AUX_ELEMENT_RESULT_SETS = i[6];
+    if (!read(13, {{i, 6}, {r, 1}, {i, 1}})) return;
+    hdr_13_1 = i[0];
+    num_dsp_wave_harmonics = i[1];
+    hdr_13_3 = i[2];
+    hdr_13_4 = i[3];
+    hdr_13_6 = i[5];
+    aux_element_result_sets = i[6];
   }
 
   // Block 14: the seabed angle in word 6, and a word 7, as the format has them.
-  switch (VERSION.BLOCK_14) {
-    case BLOCK_14_WORDS::INTS_REAL_INT:
-      if (!read(14, {{I, 5}, {R, 1}, {I, 1}})) return;
+  switch (version.block_14) {
+    case Block14Words::ints_real_int:
+      if (!read(14, {{i, 5}, {r, 1}, {i, 1}})) return;
       break;
-    case BLOCK_14_WORDS::INTS_REAL:
-      if (!read(14, {{I, 5}, {R, 1}})) return;
+    case Block14Words::ints_real:
+      if (!read(14, {{i, 5}, {r, 1}})) return;
       break;
-    case BLOCK_14_WORDS::INTS:
-      if (!read(14, {{I, 8}})) return;
+    case Block14Words::ints:
+      if (!read(14, {{i, 8}})) return;
       break;
   }
-  NUM_TARGET_SPECTRUM_INTERVALS = i[0];
-  HDR_14_3 = i[2];
-  HDR_14_4 = i[3];
+  num_target_spectrum_intervals = i[0];
+  hdr_14_3 = i[2];
+  hdr_14_4 = i[3];
   switch (i[4]) {
-    case 1: HDR_14_5 = 4; break;
-    case 2: HDR_14_5 = 1; break;
-    case 3: HDR_14_5 = 2; break;
+    case 1: hdr_14_5 = 4; break;
+    case 2: hdr_14_5 = 1; break;
+    case 3: hdr_14_5 = 2; break;
     default: break;
   }
-  if (VERSION.BLOCK_14 != BLOCK_14_WORDS::INTS) SEABED_PROFILE.SET_DIRECTION(r[0]);
-  if (VERSION.BLOCK_14 == BLOCK_14_WORDS::INTS_REAL_INT) HDR_14_7 = i[5];
-  if (VERSION.BLOCK_14 == BLOCK_14_WORDS::INTS) HDR_14_7 = i[6];
+  if (version.block_14 != Block14Words::ints) seabed_profile.set_direction(r[0]);
+  if (version.block_14 == Block14Words::ints_real_int) hdr_14_7 = i[5];
+  if (version.block_14 == Block14Words::ints) hdr_14_7 = i[6];
 
   // The title: three pieces, each at the start of its record.
-  const int64_t title = BLOCK_POSITION(15);
-  HEADER_FILE.READ_CHAR_AT(ANALYSIS_TITLE.SPAN().subspan(0, 28), title, status);
-  HEADER_FILE.READ_CHAR_AT(ANALYSIS_TITLE.SPAN().subspan(28, 28), title + 32, status);
-  HEADER_FILE.READ_CHAR_AT(ANALYSIS_TITLE.SPAN().subspan(56, 24), title + 64, status);
+  const int64_t title = block_position(15);
+  header_file.read_char_at(analysis_title.span().subspan(0, 28), title, status);
+  header_file.read_char_at(analysis_title.span().subspan(28, 28), title + 32, status);
+  header_file.read_char_at(analysis_title.span().subspan(56, 24), title + 64, status);
   if (status != 0) {
-    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "Unable to read from database header.");
+    error_handling::error3(true, error_handling::database_postprocessing, "Unable to read from database header.");
     flag = -1;
     return;
   }
 
-  if (NUM_TIME_STEPS < 1) {
-    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING,
+  if (num_time_steps < 1) {
+    error_handling::error3(true, error_handling::database_postprocessing,
                            "No solution time steps were outputted to the database.");
     flag = -1;
   }

@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <span>
 
-namespace tmrdar::MEMBERSHIP {
+namespace tmrdar::membership {
 
 // Logical results: all bits set for true, none for false; callers test bit 0.
-inline constexpr int32_t LOGICAL_TRUE = -1;
-inline constexpr int32_t LOGICAL_FALSE = 0;
+inline constexpr int32_t logical_true = -1;
+inline constexpr int32_t logical_false = 0;
 
 // Tables are given in storage order, the first index fastest, with their
 // row counts; entries that a shorter array lacks are not looked at.
@@ -19,15 +19,15 @@ inline constexpr int32_t LOGICAL_FALSE = 0;
 // column 2 holds `node` appears anywhere in the pair table (m rows, 2
 // columns): the pair table holds node rows. False when no row holds the
 // node, or m is below 1. `unused` is not read.
-int32_t IS_NODE_IN_DATABASE(int32_t node, int32_t n, int32_t m, int32_t unused, std::span<const int32_t> node_table,
+int32_t is_node_in_database(int32_t node, int32_t n, int32_t m, int32_t unused, std::span<const int32_t> node_table,
                             std::span<const int32_t> pair_table);
 
 // True when column 2 of the table (m rows, 2 columns) holds `element`; column
 // 1 is not looked at.
-int32_t IS_ELEMENT_IN_DATABASE(int32_t element, std::span<const int32_t> table, int32_t m);
+int32_t is_element_in_database(int32_t element, std::span<const int32_t> table, int32_t m);
 
 // The first position (from 1) of `element` among the first m entries of the
 // list, 0 when there is none.
-int32_t ELEM_IN_SET(int32_t element, std::span<const int32_t> list, int32_t m);
+int32_t elem_in_set(int32_t element, std::span<const int32_t> list, int32_t m);
 
-}  // namespace tmrdar::MEMBERSHIP
+}  // namespace tmrdar::membership

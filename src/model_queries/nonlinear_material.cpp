@@ -7,10 +7,10 @@
 
 namespace tmrdar::model_queries {
 
-void V861_GETNONLINEARMATERIAL(const TIDE3_DATABASE_FILES& db, int32_t curve, int32_t capacity,
+void v861_getnonlinearmaterial(const FormatReader& db, int32_t curve, int32_t capacity,
                                std::span<float> values, int32_t& status) {
-  const header::TABLE<float, 2>& table = db.TABLES.NONLINEAR_E_TABLE;
-  const int64_t rows = table.EXTENT(2) >= 4 ? std::min<int64_t>(db.NUM_NONLINEAR_E_TABLES, table.EXTENT(1)) : 0;
+  const header::Table<float, 2>& table = db.tables.nonlinear_e_table;
+  const int64_t rows = table.extent(2) >= 4 ? std::min<int64_t>(db.num_nonlinear_e_tables, table.extent(1)) : 0;
   // The negated number; the lowest integer has no other.
   const auto not_found = static_cast<int32_t>(-static_cast<int64_t>(curve));
 
@@ -24,7 +24,7 @@ void V861_GETNONLINEARMATERIAL(const TIDE3_DATABASE_FILES& db, int32_t curve, in
     status = not_found;
     return;
   }
-  const int32_t points = NEAREST_INTEGER(table(first, 2));
+  const int32_t points = nearest_integer(table(first, 2));
   if (points == 0) {
     status = not_found;
     return;

@@ -2,46 +2,46 @@
 
 #include <new>
 
-namespace tmrdar::MOD_PLASTIC_HARDENING {
+namespace tmrdar::plastic_hardening {
 
-double T_PLASTIC_HARDENING::DATA(int32_t row, int32_t pair) const {
-  if (row < 1 || row > 2 || pair < 1 || pair > NUM_PAIRS()) return 0.0;
-  return DATA_PAIRS[2 * static_cast<std::size_t>(pair - 1) + static_cast<std::size_t>(row - 1)];
+double PlasticHardening::data(int32_t row, int32_t pair) const {
+  if (row < 1 || row > 2 || pair < 1 || pair > num_pairs()) return 0.0;
+  return data_pairs[2 * static_cast<std::size_t>(pair - 1) + static_cast<std::size_t>(row - 1)];
 }
 
-void PLASTIC_HARDENING_INIT(T_PLASTIC_HARDENING& model) { model = T_PLASTIC_HARDENING{}; }
+void plastic_hardening_init(PlasticHardening& model) { model = PlasticHardening{}; }
 
-void ALLOCATE_DATA_PAIRS(T_PLASTIC_HARDENING& model, int32_t count, int32_t& status) {
-  DEALLOCATE(model);
+void allocate_data_pairs(PlasticHardening& model, int32_t count, int32_t& status) {
+  deallocate(model);
   status = 0;
   try {
-    model.DATA_PAIRS.assign(2 * static_cast<std::size_t>(count > 0 ? count : 0), 0.0);
-    model.DATA_ALLOCATED = true;
+    model.data_pairs.assign(2 * static_cast<std::size_t>(count > 0 ? count : 0), 0.0);
+    model.data_allocated = true;
   } catch (const std::bad_alloc&) {
-    DEALLOCATE(model);
+    deallocate(model);
     status = 1;
   }
 }
 
-void SET_SCALARS_SUB(T_PLASTIC_HARDENING& model, int32_t rule, double kinematic_share, double curve_tolerance) {
-  model.RULE = rule;
-  model.KINEMATIC_SHARE = kinematic_share;
-  model.CURVE_TOLERANCE = curve_tolerance;
+void set_scalars_sub(PlasticHardening& model, int32_t rule, double kinematic_share, double curve_tolerance) {
+  model.rule = rule;
+  model.kinematic_share = kinematic_share;
+  model.curve_tolerance = curve_tolerance;
 }
 
-void SET_DATA_ISO_SUB(T_PLASTIC_HARDENING& model, int32_t index, double first, double second, int32_t& status) {
-  if (index < 1 || index > model.NUM_PAIRS()) {
+void set_data_iso_sub(PlasticHardening& model, int32_t index, double first, double second, int32_t& status) {
+  if (index < 1 || index > model.num_pairs()) {
     status = 1;
     return;
   }
   status = 0;
-  model.DATA_PAIRS[2 * static_cast<std::size_t>(index - 1)] = first;
-  model.DATA_PAIRS[2 * static_cast<std::size_t>(index - 1) + 1] = second;
+  model.data_pairs[2 * static_cast<std::size_t>(index - 1)] = first;
+  model.data_pairs[2 * static_cast<std::size_t>(index - 1) + 1] = second;
 }
 
-void DEALLOCATE(T_PLASTIC_HARDENING& model) {
-  std::vector<double>().swap(model.DATA_PAIRS);
-  model.DATA_ALLOCATED = false;
+void deallocate(PlasticHardening& model) {
+  std::vector<double>().swap(model.data_pairs);
+  model.data_allocated = false;
 }
 
-}  // namespace tmrdar::MOD_PLASTIC_HARDENING
+}  // namespace tmrdar::plastic_hardening

@@ -14,22 +14,22 @@ namespace tmrdar::results {
 
 namespace {
 
-using header::frame_words::ADD;
-using header::frame_words::MUL;
+using header::frame_words::add;
+using header::frame_words::mul;
 
-constexpr std::string_view NOT_INCLUDED =
+constexpr std::string_view not_included =
     "The requested force data is not included in the database. Use the *DATABASE CONTENT keyword to manage the "
     "contents of the database.";
 
 // The output flag that a force parameter's section belongs to, and the
 // sub-section within flags 18 and 19; a section of 0 for a parameter that
 // no section holds.
-struct FORCE_SECTION {
-  int32_t SECTION = 0;
-  int32_t SUB = 0;
+struct ForceSection {
+  int32_t section = 0;
+  int32_t sub = 0;
 };
 
-constexpr FORCE_SECTION SECTION_OF(int32_t parameter) {
+constexpr ForceSection section_of(int32_t parameter) {
   if (parameter >= 9 && parameter <= 15) return {parameter - 4, 0};  // flags 5 to 11
   switch (parameter) {
     case 24: return {12, 0};
@@ -47,21 +47,21 @@ constexpr FORCE_SECTION SECTION_OF(int32_t parameter) {
 // The section of a force parameter in the format's numbering: by the table,
 // by the table as far as the pressures (16), or, in the formats that number
 // parameters as requests do, the parameter's own number plus 4.
-FORCE_SECTION SECTION_IN_FORMAT(header::FORCE_NUMBERING numbering, int32_t parameter) {
+ForceSection section_in_format(header::ForceNumbering numbering, int32_t parameter) {
   switch (numbering) {
-    case header::FORCE_NUMBERING::SECTION_BY_PARAMETER: {
+    case header::ForceNumbering::section_by_parameter: {
       // A section that no output flag stands for is none the frames hold.
       const int64_t section = int64_t{parameter} + 4;
-      return {section >= 1 && section <= header::NUM_OUTPUT_FLAGS ? static_cast<int32_t>(section) : -1, 0};
+      return {section >= 1 && section <= header::num_output_flags ? static_cast<int32_t>(section) : -1, 0};
     }
-    case header::FORCE_NUMBERING::TABLE_TO_SECTION_16: {
-      const FORCE_SECTION s = SECTION_OF(parameter);
-      return s.SECTION <= 16 ? s : FORCE_SECTION{};
+    case header::ForceNumbering::table_to_section_16: {
+      const ForceSection s = section_of(parameter);
+      return s.section <= 16 ? s : ForceSection{};
     }
-    case header::FORCE_NUMBERING::TABLE:
+    case header::ForceNumbering::table:
       break;
   }
-  return SECTION_OF(parameter);
+  return section_of(parameter);
 }
 
 }  // namespace
@@ -71,44 +71,44 @@ FORCE_SECTION SECTION_IN_FORMAT(header::FORCE_NUMBERING numbering, int32_t param
 // clashing reactions that stand between flag 14's section and the
 // temperatures, so the sections from flag 15 on are addressed as if those
 // were absent.
-void READF(header::TIDE3_DATABASE_FILES& db, int32_t step, int32_t element, int32_t location, int32_t parameter,
+void readf(header::FormatReader& db, int32_t step, int32_t element, int32_t location, int32_t parameter,
            float& value, bool& error) {
   error = false;
-  const HEADER_VARIABLES& h = db;
-  const FORCE_SECTION s = SECTION_IN_FORMAT(db.VERSION.FORCE_PARAMETERS, parameter);
-  if (s.SECTION == 0) return;  // no section holds it: nothing
-  const auto F = [&h](int32_t i) { return int64_t{h.OUTPUT_FLAGS[static_cast<std::size_t>(i - 1)]}; };
-  if (s.SECTION < 0 || F(s.SECTION) != 1) {
-    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, NOT_INCLUDED);
+  const HeaderVariables& h = db;
+  const ForceSection s = section_in_format(db.version.force_parameters, parameter);
+  if (s.section == 0) return;  // no section holds it: nothing
+  const auto f = [&h](int32_t i) { return int64_t{h.output_flags[static_cast<std::size_t>(i - 1)]}; };
+  if (s.section < 0 || f(s.section) != 1) {
+    error_handling::error3(true, error_handling::database_postprocessing, not_included);
     error = true;
     return;
   }
 
   int64_t ahead = 0;  // element sections ahead of this one
-  for (int32_t i = 5; i < std::min(s.SECTION, 16); ++i) ahead += F(i);
-  const int64_t r3 = R3(h);
-  int64_t base = MUL(REACTION_RECORDS(h), F(4));
-  base = ADD(base, h.RESULT_START_RECORD);
-  base = ADD(base, h.FORCE_START_OFFSET);
-  base = ADD(base, MUL(int64_t{step} - 1, h.FORCE_FRAME_RECORDS));
-  base = ADD(base, MUL(ahead, r3));
-  if (s.SECTION > 16) base = ADD(base, MUL(PRESSURE_RECORDS(h), F(16)));
+  for (int32_t i = 5; i < std::min(s.section, 16); ++i) ahead += f(i);
+  const int64_t r3 = r3(h);
+  int64_t base = mul(reaction_records(h), f(4));
+  base = add(base, h.result_start_record);
+  base = add(base, h.force_start_offset);
+  base = add(base, mul(int64_t{step} - 1, h.force_frame_records));
+  base = add(base, mul(ahead, r3));
+  if (s.section > 16) base = add(base, mul(pressure_records(h), f(16)));
 
   int64_t word = 0;
-  if (s.SECTION == 17) {
+  if (s.section == 17) {
     // One word an element, one record behind the sub-sections of flags 18 and 19.
-    const int64_t records = ADD(ADD(base, MUL(3 * F(18) + 2 * F(19), r3)), 1);
-    word = ADD(MUL(8, records), element);
+    const int64_t records = add(add(base, mul(3 * f(18) + 2 * f(19), r3)), 1);
+    word = add(mul(8, records), element);
   } else {
     int64_t records = base;
-    if (s.SECTION == 18) records = ADD(base, MUL(s.SUB, r3));
-    if (s.SECTION == 19) records = ADD(base, MUL(s.SUB + 3 * F(18), r3));
-    word = ADD(MUL(8, records), 3 * int64_t{element} + location - 3);
+    if (s.section == 18) records = add(base, mul(s.sub, r3));
+    if (s.section == 19) records = add(base, mul(s.sub + 3 * f(18), r3));
+    word = add(mul(8, records), 3 * int64_t{element} + location - 3);
   }
-  db.READIN(2, word, value, error);
+  db.readin(2, word, value, error);
 }
 
-float FIND_STRESS(std::span<const float> table, float x) {
+float find_stress(std::span<const float> table, float x) {
   const std::size_t n = table.size() / 2;
   if (n == 0) return 0.0F;
   const auto a = [&table](std::size_t i) { return table[i]; };          // abscissa i, from 0

@@ -11,36 +11,36 @@
 #include <cstdint>
 #include <span>
 
-#include "header/tide3_database_files.h"
+#include "header/format_reader.h"
 
 namespace tmrdar::results {
 
-struct REQUEST_ARGUMENTS {
-  int32_t OUTPUT_TYPE = 0;
-  int32_t PARAMETER = 0;  // the output subtype
-  int32_t NODE = 0;       // node number, or guide, pair or auxiliary node entry, by type
-  int32_t ELEMENT = 0;    // element number; a negative number is an auxiliary element
-  int32_t LOCATION = 0;   // 1 to 3 along the element
+struct RequestArguments {
+  int32_t output_type = 0;
+  int32_t parameter = 0;  // the output subtype
+  int32_t node = 0;       // node number, or guide, pair or auxiliary node entry, by type
+  int32_t element = 0;    // element number; a negative number is an auxiliary element
+  int32_t location = 0;   // 1 to 3 along the element
 };
 
 // Positions of the request's item: the entry (node, boundary condition,
 // guide, pair or auxiliary node) and the element.
-struct REQUEST_POSITIONS {
-  int32_t ENTRY = 0;
-  int32_t ELEMENT = 0;
+struct RequestPositions {
+  int32_t entry = 0;
+  int32_t element = 0;
 };
 
 // Adds to `status` every fault of the request's item and contents.
-void VALIDATE_HISTORY_PARAM(const header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request,
-                            REQUEST_POSITIONS& positions, int32_t& status);
+void validate_history_param(const header::FormatReader& db, const RequestArguments& request,
+                            RequestPositions& positions, int32_t& status);
 
 // The value at output step `step`; 0 when the request is refused.
-void GETREQUESTEDSINGLEVALUE(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, int32_t step,
+void getrequestedsinglevalue(header::FormatReader& db, const RequestArguments& request, int32_t step,
                              float& value, int32_t& status);
 
 // The values of steps 1 to values.size(), into values; all 0 when the request
 // is refused, and 0 from the step after a failed one.
-void GETREQUESTEDHISTORY(header::TIDE3_DATABASE_FILES& db, const REQUEST_ARGUMENTS& request, std::span<float> values,
+void getrequestedhistory(header::FormatReader& db, const RequestArguments& request, std::span<float> values,
                          int32_t& status);
 
 }  // namespace tmrdar::results

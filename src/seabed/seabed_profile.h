@@ -7,9 +7,9 @@
 // degrees are 32-bit, as the database keeps them. A normal is (vertical, x, y)
 // and a plan point (x, y).
 //
-// Module state, shared by all profiles: the last-segment hint of HEIGHT, the
-// hints of NORMAL and of the edge search, and the normal through which
-// ARC_LENGTH works. Nothing here is safe to enter from two threads at once.
+// Module state, shared by all profiles: the last-segment hint of height, the
+// hints of normal and of the edge search, and the normal through which
+// arc_length works. Nothing here is safe to enter from two threads at once.
 #pragma once
 
 #include <array>
@@ -21,131 +21,131 @@
 #include "core/strings/data_block.h"
 #include "seabed/library/seabed.h"
 
-namespace tmrdar::MOD_SEABED_PROFILE {
+namespace tmrdar::seabed_profile {
 
-inline constexpr int32_t GEOMETRY_FLAT = 1;
-inline constexpr int32_t GEOMETRY_SLOPE = 2;
-inline constexpr int32_t GEOMETRY_PROFILE = 3;
-inline constexpr int32_t GEOMETRY_FILE_2D = 4;
-inline constexpr int32_t GEOMETRY_FILE_3D = 5;
+inline constexpr int32_t geometry_flat = 1;
+inline constexpr int32_t geometry_slope = 2;
+inline constexpr int32_t geometry_profile = 3;
+inline constexpr int32_t geometry_file_2d = 4;
+inline constexpr int32_t geometry_file_3d = 5;
 
 // The type of a data block that carries a seabed file.
-inline constexpr int32_t SEABED_BLOCK_TYPE = 3;
+inline constexpr int32_t seabed_block_type = 3;
 
-// Statuses of LOAD_FROM_DATA_BLOCK besides those of the file loaders.
-inline constexpr int32_t STATUS_OPEN_FAILED = 3;
-inline constexpr int32_t STATUS_CLOSE_FAILED = 4;
-inline constexpr int32_t STATUS_WRITE_FAILED = 6;
-inline constexpr int32_t STATUS_WRONG_BLOCK_TYPE = 9;
+// Statuses of load_from_data_block besides those of the file loaders.
+inline constexpr int32_t status_open_failed = 3;
+inline constexpr int32_t status_close_failed = 4;
+inline constexpr int32_t status_write_failed = 6;
+inline constexpr int32_t status_wrong_block_type = 9;
 
-using NORMAL_VECTOR = seabed::NORMAL_VECTOR;
-using PLAN_POINT = std::array<double, 2>;
+using NormalVector = seabed::NormalVector;
+using PlanPoint = std::array<double, 2>;
 
 // Degrees, widened from 32 bits, to radians: (degrees x 0.7853981633974483) / 45.
-double DEGREES_TO_RADIANS(float degrees);
+double degrees_to_radians(float degrees);
 
-class T_SEABED_PROFILE {
+class SeabedProfile {
  public:
-  T_SEABED_PROFILE() = default;
-  virtual ~T_SEABED_PROFILE() { FINAL_SEABED(); }
-  T_SEABED_PROFILE(const T_SEABED_PROFILE&) = default;
-  T_SEABED_PROFILE& operator=(const T_SEABED_PROFILE&) = default;
-  T_SEABED_PROFILE(T_SEABED_PROFILE&&) = default;
-  T_SEABED_PROFILE& operator=(T_SEABED_PROFILE&&) = default;
+  SeabedProfile() = default;
+  virtual ~SeabedProfile() { final_seabed(); }
+  SeabedProfile(const SeabedProfile&) = default;
+  SeabedProfile& operator=(const SeabedProfile&) = default;
+  SeabedProfile(SeabedProfile&&) = default;
+  SeabedProfile& operator=(SeabedProfile&&) = default;
 
   // The height under (x, y), and optionally the normal there. The hint is
   // the segment (profiles) or triangle (surfaces) of the last call: given,
   // it is used and takes the new value; left out, the module's last-segment
   // hint does so. The flag is 1 when a surface does not hold the point.
-  void HEIGHT(double x, double y, double& height, NORMAL_VECTOR* normal = nullptr,
+  void height(double x, double y, double& height, NormalVector* normal = nullptr,
               int32_t* hint = nullptr, int32_t* flag = nullptr);
 
   // The normal of the cubic forms of file data: geometry 4 always by the
   // spline, geometry 5 always by the smooth surface. Other geometries leave
   // the output as it was.
-  virtual void NORMAL(double x, double y, NORMAL_VECTOR& normal);
+  virtual void normal(double x, double y, NormalVector& normal);
 
   // The length on the floor of the straight plan line from (x1, y1) to
-  // (x2, y2), by 10-point Gauss-Legendre quadrature of the slope that NORMAL
-  // gives; where NORMAL writes nothing, the module's normal from before is
+  // (x2, y2), by 10-point Gauss-Legendre quadrature of the slope that normal
+  // gives; where normal writes nothing, the module's normal from before is
   // used.
-  double ARC_LENGTH(double x1, double y1, double x2, double y2);
+  double arc_length(double x1, double y1, double x2, double y2);
 
   // The plan distance from (x, y) in the direction (radians) to the next
   // node of a file profile or to the edge of the triangle of a file surface;
   // -1.0 when there is none, and always for the other geometries.
-  double HORIZONTAL_DISTANCE_TO_EDGE(double x, double y, double direction);
+  double horizontal_distance_to_edge(double x, double y, double direction);
 
   // Loads the file named by path for geometry 4 (a profile) or 5 (a surface);
   // any other geometry does nothing. The status is 0 or that of the loader;
   // the line and text say where and why a load failed. On failure the object
   // keeps what it held.
-  virtual void LOAD_FROM_FILE(int32_t* error_line, std::string_view path, std::string* error_text,
+  virtual void load_from_file(int32_t* error_line, std::string_view path, std::string* error_text,
                               int32_t& status);
 
   // Loads the seabed file that the object's data block carries, through a
   // scratch file that is removed again on every path.
-  void LOAD_FROM_DATA_BLOCK(int32_t* error_line, std::string* error_text, int32_t& status);
+  void load_from_data_block(int32_t* error_line, std::string* error_text, int32_t& status);
 
   // True when two neighbouring nodes stand at the same distance at different
   // heights.
-  bool ANY_VERTICAL_SLOPES() const;
+  bool any_vertical_slopes() const;
 
   // Puts the nodes of geometry 3 or 4 in ascending order of distance.
-  void SORT();
+  void sort();
 
-  // Node table. ALLOCATE_NODES makes a table of `count` rows of 2 columns,
+  // Node table. allocate_nodes makes a table of `count` rows of 2 columns,
   // zero-filled, in place of the node table and any file arrays; a negative
   // count gives an empty table. The status is 0, or 1 when the memory could
-  // not be had. SET_NODE and NODE ignore a row or column outside the table
-  // (NODE gives 0.0 there).
-  void ALLOCATE_NODES(int32_t count, int32_t* status = nullptr);
-  void SET_NODE(int32_t row, int32_t column, float value);
-  float NODE(int32_t row, int32_t column) const;
-  int32_t NUM_NODES() const { return node_count_; }
-  int32_t NUM_COLUMNS() const { return columns_; }
-  int32_t NUM_TRIANGLES() const { return triangle_count_; }
+  // not be had. set_node and node ignore a row or column outside the table
+  // (node gives 0.0 there).
+  void allocate_nodes(int32_t count, int32_t* status = nullptr);
+  void set_node(int32_t row, int32_t column, float value);
+  float node(int32_t row, int32_t column) const;
+  int32_t num_nodes() const { return node_count_; }
+  int32_t num_columns() const { return columns_; }
+  int32_t num_triangles() const { return triangle_count_; }
 
   // The two codes. The combined code of the database header: below 4 the
   // geometry alone; 4, 5, 6 a file profile, linear, cubic, cubic; 7, 8 a file
   // surface, linear, cubic. A code above 8 changes nothing.
-  void SET_GEOMETRY(int32_t geometry) { geometry_ = geometry; }
-  int32_t GEOMETRY() const { return geometry_; }
-  void SET_INTERPOLATION(int32_t interpolation) { interpolation_ = interpolation; }
-  int32_t INTERPOLATION() const { return interpolation_; }
-  void SET_GEOMETRY_AND_INTERPOLATION(int32_t code);
+  void set_geometry(int32_t geometry) { geometry_ = geometry; }
+  int32_t geometry() const { return geometry_; }
+  void set_interpolation(int32_t interpolation) { interpolation_ = interpolation; }
+  int32_t interpolation() const { return interpolation_; }
+  void set_geometry_and_interpolation(int32_t code);
   // The combined code of the present pair; -1 for a pair that has none.
-  int32_t GEOMETRY_AND_INTERPOLATION() const;
+  int32_t geometry_and_interpolation() const;
 
-  // Angles. SET_SLOPE keeps the degrees, the radians and their tangent;
-  // SLOPE is the tangent. SET_DIRECTION keeps the degrees and the radians.
-  void SET_SLOPE(float degrees);
-  double SLOPE() const { return slope_tangent_; }
-  float SLOPE_DEG() const { return slope_deg_; }
-  double SLOPE_RAD() const { return slope_rad_; }
-  void SET_DIRECTION(float degrees);
-  float DIRECTION_DEG() const { return direction_deg_; }
-  double DIRECTION_RAD() const { return direction_rad_; }
+  // Angles. set_slope keeps the degrees, the radians and their tangent;
+  // slope is the tangent. set_direction keeps the degrees and the radians.
+  void set_slope(float degrees);
+  double slope() const { return slope_tangent_; }
+  float slope_deg() const { return slope_deg_; }
+  double slope_rad() const { return slope_rad_; }
+  void set_direction(float degrees);
+  float direction_deg() const { return direction_deg_; }
+  double direction_rad() const { return direction_rad_; }
 
   // The data block that carries a seabed file: a copy goes in and out.
-  void SET_DATA_BLOCK(const MOD_DATA_BLOCK::T_DATA_BLOCK& block);
+  void set_data_block(const data_blocks::DataBlock& block);
   // The same from the bytes of a block, its type and its key.
-  void SET_DATA_BLOCK(std::string_view bytes, int32_t type, int32_t key);
-  const MOD_DATA_BLOCK::T_DATA_BLOCK& DATA_BLOCK() const { return data_block_; }
+  void set_data_block(std::string_view bytes, int32_t type, int32_t key);
+  const data_blocks::DataBlock& data_block() const { return data_block_; }
 
   // Releases the node table, the file arrays and the data block; the codes
   // and angles stay.
-  void DESTROY();
+  void destroy();
 
  private:
-  void FINAL_SEABED() { DESTROY(); }
-  void RELEASE_ARRAYS();
+  void final_seabed() { destroy(); }
+  void release_arrays();
   // Brings the derived arrays up to date with the node table.
-  void PREPARE_SPLINE();
-  void PREPARE_SURFACE();
-  seabed::SURFACE_VIEW SURFACE() const;
+  void prepare_spline();
+  void prepare_surface();
+  seabed::SurfaceView surface() const;
   // Profile distance of a plan point.
-  double ALONG(double x, double y) const;
+  double along(double x, double y) const;
 
   int32_t geometry_ = 0;
   int32_t interpolation_ = 0;
@@ -166,24 +166,24 @@ class T_SEABED_PROFILE {
   // triangles, search grid and node gradients of a surface.
   std::vector<double> second_derivatives_;
   std::vector<int32_t> triangles_;
-  seabed::TRIANGLE_GRID grid_;
+  seabed::TriangleGrid grid_;
   std::vector<double> gradients_;
   // Set when the node table changed after the arrays above were made.
   bool spline_stale_ = true;
   bool surface_stale_ = true;
-  MOD_DATA_BLOCK::T_DATA_BLOCK data_block_;
+  data_blocks::DataBlock data_block_;
 };
 
 // True when the seabed library accepts the file; no message is composed.
-bool IS_TIDEMAR_SEABED_FILE(std::string_view path);
+bool is_tidemar_seabed_file(std::string_view path);
 
 // The signed plan distance from P along the angle (radians) to the line
 // through E1 and E2: negative when the crossing lies behind P, about
 // 1.4e10 when the lines are parallel.
-double DISTANCE_TO_LINE(const PLAN_POINT& p, double angle, const PLAN_POINT& e1, const PLAN_POINT& e2);
+double distance_to_line(const PlanPoint& p, double angle, const PlanPoint& e1, const PlanPoint& e2);
 
 // The crossing of the lines P1-P2 and P3-P4; (1e10, 1e10) for parallel lines.
-void INTERSECTION(const PLAN_POINT& p1, const PLAN_POINT& p2, const PLAN_POINT& p3,
-                  const PLAN_POINT& p4, PLAN_POINT& point);
+void intersection(const PlanPoint& p1, const PlanPoint& p2, const PlanPoint& p3,
+                  const PlanPoint& p4, PlanPoint& point);
 
-}  // namespace tmrdar::MOD_SEABED_PROFILE
+}  // namespace tmrdar::seabed_profile

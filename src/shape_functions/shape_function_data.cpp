@@ -5,17 +5,17 @@
 #include <cmath>
 #include <numbers>
 
-namespace tmrdar::V861_SHAPE_FUNCTION_DATA {
+namespace tmrdar::shape_functions {
 namespace {
 
-using RULES = std::array<std::array<double, MAX_INTEGRATION_ORDER>, MAX_INTEGRATION_ORDER + 1>;
+using Rules = std::array<std::array<double, max_integration_order>, max_integration_order + 1>;
 
 // The roots of the Legendre polynomial P_n by Newton's method from the
 // Chebyshev estimates, taken as far as the iteration moves them; the rule is
 // symmetric, so the upper half mirrors the lower.
-RULES MAKE_RULES() {
-  RULES rules{};
-  for (int n = 1; n <= MAX_INTEGRATION_ORDER; ++n) {
+Rules make_rules() {
+  Rules rules{};
+  for (int n = 1; n <= max_integration_order; ++n) {
     for (int i = 1; i <= (n + 1) / 2; ++i) {
       double x = std::cos(std::numbers::pi * (i - 0.25) / (n + 0.5));
       for (int iteration = 0; iteration < 100; ++iteration) {
@@ -40,30 +40,30 @@ RULES MAKE_RULES() {
   return rules;
 }
 
-const RULES& ALL_RULES() {
-  static const RULES rules = MAKE_RULES();
+const Rules& all_rules() {
+  static const Rules rules = make_rules();
   return rules;
 }
 
 }  // namespace
 
-std::span<const double> GAUSS_LEGENDRE_POINTS(int32_t n) {
-  if (n < 1 || n > MAX_INTEGRATION_ORDER) return {};
-  return std::span<const double>(ALL_RULES()[n].data(), static_cast<std::size_t>(n));
+std::span<const double> gauss_legendre_points(int32_t n) {
+  if (n < 1 || n > max_integration_order) return {};
+  return std::span<const double>(all_rules()[n].data(), static_cast<std::size_t>(n));
 }
 
-void INITIALISE_FC_DATA4(int32_t order, int32_t num_elements, std::span<const float> lengths,
+void initialise_fc_data4(int32_t order, int32_t num_elements, std::span<const float> lengths,
                          std::span<double> locations) {
-  const std::span<const double> points = GAUSS_LEGENDRE_POINTS(order);
+  const std::span<const double> points = gauss_legendre_points(order);
   if (points.empty() || num_elements < 1) return;
   const std::size_t columns = std::min({static_cast<std::size_t>(num_elements), lengths.size(),
-                                        locations.size() / MAX_INTEGRATION_ORDER});
+                                        locations.size() / max_integration_order});
   for (std::size_t e = 0; e < columns; ++e) {
-    const std::span<double> column = locations.subspan(e * MAX_INTEGRATION_ORDER, MAX_INTEGRATION_ORDER);
+    const std::span<double> column = locations.subspan(e * max_integration_order, max_integration_order);
     std::fill(column.begin(), column.end(), 0.0);
     const double length = lengths[e];
     for (std::size_t i = 0; i < points.size(); ++i) column[i] = length * (1.0 + points[i]) / 2.0;
   }
 }
 
-}  // namespace tmrdar::V861_SHAPE_FUNCTION_DATA
+}  // namespace tmrdar::shape_functions

@@ -4,21 +4,21 @@
 #include <cstdint>
 #include <span>
 
-namespace tmrdar::V861_SHAPE_FUNCTION_DATA {
+namespace tmrdar::shape_functions {
 
-inline constexpr int32_t MAX_INTEGRATION_ORDER = 10;
+inline constexpr int32_t max_integration_order = 10;
 
 // The abscissae of the n-point Gauss-Legendre rule on [-1, 1], ascending,
-// for n from 1 to MAX_INTEGRATION_ORDER; empty for any other n.
-std::span<const double> GAUSS_LEGENDRE_POINTS(int32_t n);
+// for n from 1 to max_integration_order; empty for any other n.
+std::span<const double> gauss_legendre_points(int32_t n);
 
-// Fills `locations`, MAX_INTEGRATION_ORDER values for each of `num_elements`
+// Fills `locations`, max_integration_order values for each of `num_elements`
 // elements one column after the other, with the distances from the start of
 // each element to its integration points: column e holds L_e (1 + xi_i) / 2
 // for the `order` points xi_i in ascending order, then zeros. An order outside
-// 1 to MAX_INTEGRATION_ORDER leaves every column as it is. Elements beyond the
+// 1 to max_integration_order leaves every column as it is. Elements beyond the
 // lengths given or beyond the columns the array holds are left alone.
-void INITIALISE_FC_DATA4(int32_t order, int32_t num_elements, std::span<const float> lengths,
+void initialise_fc_data4(int32_t order, int32_t num_elements, std::span<const float> lengths,
                          std::span<double> locations);
 
-}  // namespace tmrdar::V861_SHAPE_FUNCTION_DATA
+}  // namespace tmrdar::shape_functions

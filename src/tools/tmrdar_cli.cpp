@@ -12,18 +12,18 @@
 
 namespace {
 
-using tmrdar::cli::COMMAND;
+using tmrdar::cli::Command;
 
-const COMMAND* FIND(std::string_view name) {
-  const auto commands = tmrdar::cli::COMMANDS();
-  const auto found = std::ranges::find(commands, name, &COMMAND::NAME);
+const Command* find(std::string_view name) {
+  const auto commands = tmrdar::cli::commands();
+  const auto found = std::ranges::find(commands, name, &Command::name);
   return found != commands.end() ? &*found : nullptr;
 }
 
-bool IS_HELP(std::string_view word) { return word == "--help" || word == "-h" || word == "help"; }
+bool is_help(std::string_view word) { return word == "--help" || word == "-h" || word == "help"; }
 
 // Standard output must have taken the whole answer.
-int FINISHED(int status) {
+int finished(int status) {
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
     std::fprintf(stderr, "tmrdar: the output could not be written\n");
     return 1;
@@ -31,22 +31,22 @@ int FINISHED(int status) {
   return status;
 }
 
-int RUN(const COMMAND& command, const std::vector<std::string_view>& words) {
-  const std::string name(command.NAME);
+int run(const Command& command, const std::vector<std::string_view>& words) {
+  const std::string name(command.name);
   try {
-    const tmrdar::cli::ARGUMENTS arguments(words, command.OPTIONS);
-    if (arguments.HAS(tmrdar::cli::HELP_OPTION.NAME)) {
-      std::fwrite(command.HELP.data(), 1, command.HELP.size(), stdout);
-      return FINISHED(0);
+    const tmrdar::cli::Arguments arguments(words, command.options);
+    if (arguments.has(tmrdar::cli::help_option.name)) {
+      std::fwrite(command.help.data(), 1, command.help.size(), stdout);
+      return finished(0);
     }
-    return FINISHED(command.RUN(arguments));
-  } catch (const tmrdar::cli::USAGE_ERROR& mistake) {
+    return finished(command.run(arguments));
+  } catch (const tmrdar::cli::UsageError& mistake) {
     std::fprintf(stderr, "tmrdar %s: %s (see tmrdar %s --help)\n", name.c_str(), mistake.what(), name.c_str());
     return 2;
-  } catch (const tmrdar::FAILURE& failure) {
+  } catch (const tmrdar::error& failure) {
     // The library composes a message of its own where a file could not be
     // read; it tells what the mask cannot.
-    const std::string message = tmrdar::cli::LIBRARY_MESSAGE();
+    const std::string message = tmrdar::cli::library_message();
     if (message.empty()) {
       std::fprintf(stderr, "tmrdar: %s\n", failure.what());
     } else {
@@ -63,22 +63,22 @@ int RUN(const COMMAND& command, const std::vector<std::string_view>& words) {
 
 int main(int argc, char** argv) {
   const std::vector<std::string_view> words(argv + std::min(argc, 1), argv + argc);
-  const std::string_view usage = tmrdar::cli::USAGE;
+  const std::string_view usage = tmrdar::cli::usage;
   if (words.empty()) {
     std::fwrite(usage.data(), 1, usage.size(), stderr);
     return 2;
   }
-  const bool help = IS_HELP(words[0]);
+  const bool help = is_help(words[0]);
   if (help && words.size() == 1) {
     std::fwrite(usage.data(), 1, usage.size(), stdout);
-    return FINISHED(0);
+    return finished(0);
   }
   const std::string_view name = help ? words[1] : words[0];
-  const COMMAND* command = FIND(name);
+  const Command* command = find(name);
   if (command == nullptr) {
     std::fprintf(stderr, "tmrdar: unknown command '%s' (see tmrdar --help)\n", std::string(name).c_str());
     return 2;
   }
-  if (help) return RUN(*command, {"--help"});
-  return RUN(*command, std::vector<std::string_view>(words.begin() + 1, words.end()));
+  if (help) return run(*command, {"--help"});
+  return run(*command, std::vector<std::string_view>(words.begin() + 1, words.end()));
 }

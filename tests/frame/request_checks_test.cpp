@@ -6,28 +6,28 @@
 
 #include "builder/job.h"
 #include "frame/exports/request_checks.h"
-#include "header/tide3_database_files.h"
+#include "header/format_reader.h"
 #include "support/scratch_dir.h"
 
-namespace tmrdar::REVISION_IDS {
+namespace tmrdar::request_checks {
 namespace {
 
 // A request for output type 5 of node 1, step 1 of 1, that passes with both files.
-REQUEST GOOD() {
-  REQUEST r;
-  r.MOTION_CODE = 13;
-  r.FORCE_CODE = 13;
-  r.OUTPUT_TYPE = 5;
-  r.OUTPUT_SUBTYPE = 1;
-  r.NODE = 1;
-  r.NUM_TIME_STEPS = 1;
-  r.STEP = 1;
+Request good() {
+  Request r;
+  r.motion_code = 13;
+  r.force_code = 13;
+  r.output_type = 5;
+  r.output_subtype = 1;
+  r.node = 1;
+  r.num_time_steps = 1;
+  r.step = 1;
   return r;
 }
 
-int32_t MASK(REQUEST r, std::string_view label = "") {
+int32_t mask(Request r, std::string_view label = "") {
   int32_t mask = -99;
-  PERFORM_ARG_CHECKS(r, label, mask);
+  perform_arg_checks(r, label, mask);
   return mask;
 }
 
@@ -38,28 +38,28 @@ TEST(RequestChecks, StepCountAndStep) {
   } rows[] = {{1, 1, 5, 0}, {4, 4, 5, 0}, {4, 5, 5, 256}, {4, 0, 5, 0}, {4, -1, 5, 256},
               {0, 0, 5, 128}, {0, 1, 5, 384}, {0, 1, 0, 384}};
   for (const auto& row : rows) {
-    REQUEST r = GOOD();
-    r.NUM_TIME_STEPS = row.steps, r.STEP = row.step, r.OUTPUT_TYPE = row.type;
-    EXPECT_EQ(MASK(r), row.mask) << row.steps << " steps, step " << row.step << ", type " << row.type;
+    Request r = good();
+    r.num_time_steps = row.steps, r.step = row.step, r.output_type = row.type;
+    EXPECT_EQ(mask(r), row.mask) << row.steps << " steps, step " << row.step << ", type " << row.type;
   }
 }
 
 TEST(RequestChecks, OutputTypesNeedTheirFilesAndSubtypes) {
-  struct CASE {
+  struct test_case {
     int32_t motion, force, type, subtype, mask;
   };
-  for (const CASE& c : {CASE{0, 13, 5, 1, 4}, CASE{13, 0, 13, 1, 4}, CASE{13, 0, 5, 8, 8}, CASE{0, 13, 5, 8, 12},
-                        CASE{13, 0, 11, 2, 12}, CASE{13, 0, 11, 3, 12}, CASE{0, 13, 11, 1, 12}, CASE{13, 0, 11, 1, 0},
-                        CASE{13, 0, 11, 4, 8}, CASE{13, 13, 19, 1, 4}, CASE{13, 13, 0, 1, 4}, CASE{13, 13, 1, 99, 0},
-                        CASE{0, 13, 4, -5, 0}, CASE{13, 13, 8, 9, 0}, CASE{13, 13, 8, 10, 8}, CASE{13, 13, 9, 7, 8},
-                        CASE{13, 13, 17, 14, 0}, CASE{13, 13, 17, 15, 8}, CASE{13, 13, 18, 3, 8},
-                        CASE{13, 13, 12, 0, 8}, CASE{13, 11, 5, 1, 3}, CASE{0, 0, 5, 1, 3}, CASE{1, 1, 5, 1, 3}}) {
-    REQUEST r = GOOD();
-    r.MOTION_CODE = c.motion;
-    r.FORCE_CODE = c.force;
-    r.OUTPUT_TYPE = c.type;
-    r.OUTPUT_SUBTYPE = c.subtype;
-    EXPECT_EQ(MASK(r), c.mask) << "codes " << c.motion << "/" << c.force << " type " << c.type << " subtype "
+  for (const test_case& c : {test_case{0, 13, 5, 1, 4}, test_case{13, 0, 13, 1, 4}, test_case{13, 0, 5, 8, 8}, test_case{0, 13, 5, 8, 12},
+                        test_case{13, 0, 11, 2, 12}, test_case{13, 0, 11, 3, 12}, test_case{0, 13, 11, 1, 12}, test_case{13, 0, 11, 1, 0},
+                        test_case{13, 0, 11, 4, 8}, test_case{13, 13, 19, 1, 4}, test_case{13, 13, 0, 1, 4}, test_case{13, 13, 1, 99, 0},
+                        test_case{0, 13, 4, -5, 0}, test_case{13, 13, 8, 9, 0}, test_case{13, 13, 8, 10, 8}, test_case{13, 13, 9, 7, 8},
+                        test_case{13, 13, 17, 14, 0}, test_case{13, 13, 17, 15, 8}, test_case{13, 13, 18, 3, 8},
+                        test_case{13, 13, 12, 0, 8}, test_case{13, 11, 5, 1, 3}, test_case{0, 0, 5, 1, 3}, test_case{1, 1, 5, 1, 3}}) {
+    Request r = good();
+    r.motion_code = c.motion;
+    r.force_code = c.force;
+    r.output_type = c.type;
+    r.output_subtype = c.subtype;
+    EXPECT_EQ(mask(r), c.mask) << "codes " << c.motion << "/" << c.force << " type " << c.type << " subtype "
                                << c.subtype;
   }
 }
@@ -67,17 +67,17 @@ TEST(RequestChecks, OutputTypesNeedTheirFilesAndSubtypes) {
 class RequestLabels : public ::testing::Test {
  protected:
   void SetUp() override {
-    builder::JOB job;
-    job.MODEL.LABELS = {{"Riser End", 41, 1}, {"riser end", 42, 1}, {"Joint", 7, 2}};
-    job.WRITE(dir.FILE("job"));
+    builder::Job job;
+    job.model.labels = {{"Riser End", 41, 1}, {"riser end", 42, 1}, {"Joint", 7, 2}};
+    job.write(dir.file("job"));
     bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
+    db.open_database_files("job", dir.path().string() + "/", failed);
     ASSERT_FALSE(failed);
   }
-  void TearDown() override { db.CLOSE_TIDE3_DATABASE_FILES(); }
+  void TearDown() override { db.close_database_files(); }
 
-  testing::SCRATCH_DIR dir;
-  header::TIDE3_DATABASE_FILES& db = header::V861_TIDE3_DATABASE_FILES();
+  testing::ScratchDir dir;
+  header::FormatReader& db = header::v861_database_files();
 };
 
 // An item without number needs a label, which gives its item and kind in
@@ -97,11 +97,11 @@ TEST_F(RequestLabels, AnItemWithoutNumberNeedsALabel) {
       {0, 0, 5, 1, "joints", 1024, 0, 0, 0},  // an unknown label clears the item and kind
   };
   for (const auto& row : rows) {
-    REQUEST r = GOOD();
-    r.NODE = row.node, r.ELEMENT = row.element, r.OUTPUT_TYPE = row.type, r.OUTPUT_SUBTYPE = row.subtype, r.POSITION = 3;
+    Request r = good();
+    r.node = row.node, r.element = row.element, r.output_type = row.type, r.output_subtype = row.subtype, r.position = 3;
     int32_t mask = -1;
-    PERFORM_ARG_CHECKS(r, row.label, mask);
-    EXPECT_EQ(std::tuple(mask, r.NODE, r.ELEMENT, r.POSITION),
+    perform_arg_checks(r, row.label, mask);
+    EXPECT_EQ(std::tuple(mask, r.node, r.element, r.position),
               std::tuple(row.mask, row.node_out, row.element_out, row.position_out))
         << "'" << row.label << "'";
   }
@@ -109,10 +109,10 @@ TEST_F(RequestLabels, AnItemWithoutNumberNeedsALabel) {
   // Codes that select no format find no label.
   int32_t node = 9, element = 9, kind = 9;
   bool not_found = false;
-  CHECK_LABEL(13, 11, "Joint", node, element, kind, not_found);
+  check_label(13, 11, "Joint", node, element, kind, not_found);
   EXPECT_TRUE(not_found);
   EXPECT_EQ(node + element + kind, 0);
 }
 
 }  // namespace
-}  // namespace tmrdar::REVISION_IDS
+}  // namespace tmrdar::request_checks

@@ -24,347 +24,347 @@
 namespace tmrdar::frame {
 namespace {
 
-using builder::FILE_KIND;
-using builder::FRAME_WORD;
-using S = builder::SECTION_KIND;
-namespace MASK = REVISION_IDS;
+using builder::FileKind;
+using builder::FrameWord;
+using S = builder::SectionKind;
+namespace mask = request_checks;
 
-constexpr int32_t STEPS = 3;
-constexpr float UNTOUCHED = -7777.0F;
+constexpr int32_t step_count = 3;
+constexpr float untouched = -7777.0F;
 
 // The kinds of item a request names.
-enum class ITEM { NONE, NODE, BOUNDARY, GUIDE, ZERO_GAP, CLASH, AUX_NODE, PIP, ELEMENT };
+enum class Item { none, node, boundary, guide, zero_gap, clash, aux_node, pip, element };
 
 // One item as the request names it, and its entry in the frame sections (0:
 // no such item in the job whatever its counts).
-struct ITEM_ARGUMENTS {
-  int32_t NODE = 0;
-  int32_t ELEMENT = 0;
-  int32_t LOCATION = 0;
-  int32_t ENTRY = 0;
+struct ItemArguments {
+  int32_t node = 0;
+  int32_t element = 0;
+  int32_t location = 0;
+  int32_t entry = 0;
 };
 
 // The items of each kind asked for. Node rows are not their numbers, and
 // the boundary conditions list node 40 ahead of node 10; auxiliary element
 // 5 is asked for as element -5 (with a node number, which spares it a
 // label) and addresses entry -1, the words ahead of the section's first.
-std::vector<ITEM_ARGUMENTS> ITEMS(ITEM item) {
+std::vector<ItemArguments> items(Item item) {
   switch (item) {
-    case ITEM::NONE: return {{}};
-    case ITEM::NODE: return {{.NODE = 20, .ENTRY = 2}, {.NODE = 40, .ENTRY = 4}, {.NODE = 50}};
-    case ITEM::BOUNDARY: return {{.NODE = 40, .ENTRY = 1}, {.NODE = 10, .ENTRY = 2}, {.NODE = 20}};
-    case ITEM::GUIDE: return {{.NODE = 1, .ENTRY = 1}, {.NODE = 2, .ENTRY = 2}, {.NODE = 3}};
-    case ITEM::ZERO_GAP: return {{.NODE = 2, .ENTRY = 2}, {.NODE = 3}};
-    case ITEM::CLASH: return {{.NODE = 1, .ENTRY = 1}, {.NODE = 3, .ENTRY = 3}, {.NODE = 4}};
-    case ITEM::AUX_NODE: return {{.NODE = 8, .ENTRY = 2}, {.NODE = 9}};
-    case ITEM::PIP: return {{.NODE = 2, .ENTRY = 2}, {.NODE = 3}};
-    case ITEM::ELEMENT:
-      return {{.ELEMENT = 300, .LOCATION = 1, .ENTRY = 3}, {.ELEMENT = 300, .LOCATION = 3, .ENTRY = 3},
-              {.ELEMENT = 100, .LOCATION = 2, .ENTRY = 1}, {.NODE = 1, .ELEMENT = -5, .LOCATION = 2, .ENTRY = -1},
-              {.ELEMENT = 400, .LOCATION = 2}};
+    case Item::none: return {{}};
+    case Item::node: return {{.node = 20, .entry = 2}, {.node = 40, .entry = 4}, {.node = 50}};
+    case Item::boundary: return {{.node = 40, .entry = 1}, {.node = 10, .entry = 2}, {.node = 20}};
+    case Item::guide: return {{.node = 1, .entry = 1}, {.node = 2, .entry = 2}, {.node = 3}};
+    case Item::zero_gap: return {{.node = 2, .entry = 2}, {.node = 3}};
+    case Item::clash: return {{.node = 1, .entry = 1}, {.node = 3, .entry = 3}, {.node = 4}};
+    case Item::aux_node: return {{.node = 8, .entry = 2}, {.node = 9}};
+    case Item::pip: return {{.node = 2, .entry = 2}, {.node = 3}};
+    case Item::element:
+      return {{.element = 300, .location = 1, .entry = 3}, {.element = 300, .location = 3, .entry = 3},
+              {.element = 100, .location = 2, .entry = 1}, {.node = 1, .element = -5, .location = 2, .entry = -1},
+              {.element = 400, .location = 2}};
   }
   return {};
 }
 
 // What a request gives.
-enum class RESULT {
-  WORD,         // the word at WORDS[0]
-  MAGNITUDE,    // the square root of the sum of the squares of the WORDS, in that order, in single precision
-  ZERO,         // 0 with no error
-  STEP_RECORD,  // place K of the motion frame's step record; without a motion file, place K of the last
+enum class Result {
+  word,         // the word at words[0]
+  magnitude,    // the square root of the sum of the squares of the words, in that order, in single precision
+  zero,         // 0 with no error
+  step_record,  // place K of the motion frame's step record; without a motion file, place K of the last
                 // record of the force frame
-  FORCE_STEP,   // place K of the motion frame's step record; without a motion file, of the force frame's
+  force_step,   // place K of the motion frame's step record; without a motion file, of the force frame's
 };
 
 // A word of an entry: its section and its component. For element sections
 // the component is that of location 1, and each location further on is
-// `LOCATION_STRIDE` words on.
-struct PLACE {
-  S SECTION;
-  int32_t COMPONENT;
+// `location_stride` words on.
+struct Place {
+  S section;
+  int32_t component;
 };
 
-struct REQUEST {
-  int32_t TYPE;
-  int32_t SUBTYPE;
-  ITEM ITEM_KIND;
-  RESULT HOW;
-  std::vector<PLACE> WORDS{};
-  std::vector<int> FLAGS{};  // output flags without which the files lack what it needs
-  int32_t K = 0;             // the place of a step record word
+struct Request {
+  int32_t type;
+  int32_t subtype;
+  Item item_kind;
+  Result how;
+  std::vector<Place> words{};
+  std::vector<int> flags{};  // output flags without which the files lack what it needs
+  int32_t k = 0;             // the place of a step record word
 };
 
-int32_t LOCATION_STRIDE(S section) { return section == S::PRESSURE ? 2 : 1; }
+int32_t location_stride(S section) { return section == S::pressure ? 2 : 1; }
 
 // The formats up to V831 number element results as the requests do, and
 // answer parameter 10 with the resultant of parameters 2 and 3.
-bool REQUEST_NUMBERED(const header::FORMAT_VERSION& format) {
-  return format.DATABASE_VERSION <= header::V831.DATABASE_VERSION;
+bool request_numbered(const header::FormatVersion& format) {
+  return format.database_version <= header::v831.database_version;
 }
 
-std::vector<REQUEST> ALL_REQUESTS(const header::FORMAT_VERSION& format) {
-  std::vector<REQUEST> all = {
-      {1, 1, ITEM::NONE, RESULT::STEP_RECORD, {}, {}, 1},
-      {2, 1, ITEM::NONE, RESULT::STEP_RECORD, {}, {}, 3},
-      {3, 1, ITEM::NONE, RESULT::FORCE_STEP, {}, {}, 2},
-      {4, 1, ITEM::NONE, RESULT::STEP_RECORD, {}, {}, 5},
+std::vector<Request> all_requests(const header::FormatVersion& format) {
+  std::vector<Request> all = {
+      {1, 1, Item::none, Result::step_record, {}, {}, 1},
+      {2, 1, Item::none, Result::step_record, {}, {}, 3},
+      {3, 1, Item::none, Result::force_step, {}, {}, 2},
+      {4, 1, Item::none, Result::step_record, {}, {}, 5},
   };
-  const auto NODAL = [&](int32_t type, S section, int flag, int32_t components) {
-    for (int32_t p = 1; p <= components; ++p) all.push_back({type, p, ITEM::NODE, RESULT::WORD, {{section, p}}, {flag}});
+  const auto nodal = [&](int32_t type, S section, int flag, int32_t components) {
+    for (int32_t p = 1; p <= components; ++p) all.push_back({type, p, Item::node, Result::word, {{section, p}}, {flag}});
   };
-  NODAL(5, S::DISPLACEMENT, 1, 6);
-  NODAL(6, S::VELOCITY, 2, 6);
-  NODAL(7, S::ACCELERATION, 3, 6);
-  for (const auto& [type, section] : {std::pair{5, S::DISPLACEMENT}, {6, S::VELOCITY}, {7, S::ACCELERATION}}) {
-    all.push_back({type, 7, ITEM::NODE, RESULT::MAGNITUDE, {{section, 4}, {section, 5}, {section, 6}}, {type - 4}});
+  nodal(5, S::displacement, 1, 6);
+  nodal(6, S::velocity, 2, 6);
+  nodal(7, S::acceleration, 3, 6);
+  for (const auto& [type, section] : {std::pair{5, S::displacement}, {6, S::velocity}, {7, S::acceleration}}) {
+    all.push_back({type, 7, Item::node, Result::magnitude, {{section, 4}, {section, 5}, {section, 6}}, {type - 4}});
   }
-  const auto ENTRY = [&](int32_t type, ITEM item, S section, int32_t subtypes, std::vector<int> flags) {
-    for (int32_t p = 1; p <= subtypes; ++p) all.push_back({type, p, item, RESULT::WORD, {{section, p}}, flags});
+  const auto entry = [&](int32_t type, Item item, S section, int32_t subtypes, std::vector<int> flags) {
+    for (int32_t p = 1; p <= subtypes; ++p) all.push_back({type, p, item, Result::word, {{section, p}}, flags});
   };
-  ENTRY(8, ITEM::GUIDE, S::GUIDE_SURFACE, 9, {});
-  ENTRY(9, ITEM::ZERO_GAP, S::ZERO_GAP_GUIDE, 6, {});
-  ENTRY(10, ITEM::NODE, S::NODE_CONTACT, 7, {});
-  ENTRY(12, ITEM::AUX_NODE, S::AUX_NODE, 3, {});
-  ENTRY(13, ITEM::BOUNDARY, S::REACTION, 6, {4});
-  all.push_back({13, 7, ITEM::BOUNDARY, RESULT::MAGNITUDE, {{S::REACTION, 4}, {S::REACTION, 5}, {S::REACTION, 6}}, {4}});
+  entry(8, Item::guide, S::guide_surface, 9, {});
+  entry(9, Item::zero_gap, S::zero_gap_guide, 6, {});
+  entry(10, Item::node, S::node_contact, 7, {});
+  entry(12, Item::aux_node, S::aux_node, 3, {});
+  entry(13, Item::boundary, S::reaction, 6, {4});
+  all.push_back({13, 7, Item::boundary, Result::magnitude, {{S::reaction, 4}, {S::reaction, 5}, {S::reaction, 6}}, {4}});
   // Clashing: the pair's word of the motion frame, and its two force words.
-  all.push_back({11, 1, ITEM::CLASH, RESULT::WORD, {{S::CLASHING, 1}}, {}});
-  all.push_back({11, 2, ITEM::CLASH, RESULT::WORD, {{S::CLASH_FORCE, 1}}, {4}});
-  all.push_back({11, 3, ITEM::CLASH, RESULT::WORD, {{S::CLASH_FORCE, 2}}, {4}});
+  all.push_back({11, 1, Item::clash, Result::word, {{S::clashing, 1}}, {}});
+  all.push_back({11, 2, Item::clash, Result::word, {{S::clash_force, 1}}, {4}});
+  all.push_back({11, 3, Item::clash, Result::word, {{S::clash_force, 2}}, {4}});
   // Contact reactions: three components and their magnitude.
-  for (const auto& [type, item, section] : {std::tuple{14, ITEM::GUIDE, S::GUIDE_SURFACE_REACTION},
-                                            {15, ITEM::ZERO_GAP, S::ZERO_GAP_GUIDE_REACTION},
-                                            {16, ITEM::PIP, S::PIP_REACTION}}) {
-    ENTRY(type, item, section, 3, {4});
-    all.push_back({type, 4, item, RESULT::MAGNITUDE, {{section, 1}, {section, 2}, {section, 3}}, {4}});
+  for (const auto& [type, item, section] : {std::tuple{14, Item::guide, S::guide_surface_reaction},
+                                            {15, Item::zero_gap, S::zero_gap_guide_reaction},
+                                            {16, Item::pip, S::pip_reaction}}) {
+    entry(type, item, section, 3, {4});
+    all.push_back({type, 4, item, Result::magnitude, {{section, 1}, {section, 2}, {section, 3}}, {4}});
   }
   // Element results.
-  const S ELEMENT_SECTIONS[] = {S::ELEMENT_9, S::ELEMENT_10, S::ELEMENT_11, S::ELEMENT_12,
-                                S::ELEMENT_13, S::ELEMENT_14, S::ELEMENT_15};
+  const S element_sections[] = {S::element_9, S::element_10, S::element_11, S::element_12,
+                                S::element_13, S::element_14, S::element_15};
   for (int32_t p = 1; p <= 7; ++p) {
-    all.push_back({17, p, ITEM::ELEMENT, RESULT::WORD, {{ELEMENT_SECTIONS[p - 1], 1}}, {p + 4}});
+    all.push_back({17, p, Item::element, Result::word, {{element_sections[p - 1], 1}}, {p + 4}});
   }
-  all.push_back({17, 8, ITEM::ELEMENT, RESULT::MAGNITUDE, {{S::ELEMENT_13, 1}, {S::ELEMENT_14, 1}}, {9, 10}});
-  all.push_back({17, 9, ITEM::ELEMENT, RESULT::MAGNITUDE, {{S::ELEMENT_24, 1}, {S::ELEMENT_25, 1}}, {12, 13}});
-  if (REQUEST_NUMBERED(format)) {
-    all.push_back({17, 10, ITEM::ELEMENT, RESULT::MAGNITUDE, {{S::ELEMENT_10, 1}, {S::ELEMENT_11, 1}}, {6, 7}});
+  all.push_back({17, 8, Item::element, Result::magnitude, {{S::element_13, 1}, {S::element_14, 1}}, {9, 10}});
+  all.push_back({17, 9, Item::element, Result::magnitude, {{S::element_24, 1}, {S::element_25, 1}}, {12, 13}});
+  if (request_numbered(format)) {
+    all.push_back({17, 10, Item::element, Result::magnitude, {{S::element_10, 1}, {S::element_11, 1}}, {6, 7}});
   } else {
-    all.push_back({17, 10, ITEM::ELEMENT, RESULT::ZERO, {}, {6, 7}});
+    all.push_back({17, 10, Item::element, Result::zero, {}, {6, 7}});
   }
-  all.push_back({17, 11, ITEM::ELEMENT, RESULT::WORD, {{S::ELEMENT_24, 1}}, {12}});
-  all.push_back({17, 12, ITEM::ELEMENT, RESULT::WORD, {{S::ELEMENT_25, 1}}, {13}});
-  all.push_back({17, 13, ITEM::ELEMENT, RESULT::WORD, {{S::ELEMENT_28, 1}}, {14}});
-  all.push_back({17, 14, ITEM::ELEMENT, RESULT::WORD, {{S::TEMPERATURE, 1}}, {15}});
-  all.push_back({18, 1, ITEM::ELEMENT, RESULT::WORD, {{S::PRESSURE, 1}}, {16}});
-  all.push_back({18, 2, ITEM::ELEMENT, RESULT::WORD, {{S::PRESSURE, 2}}, {16}});
+  all.push_back({17, 11, Item::element, Result::word, {{S::element_24, 1}}, {12}});
+  all.push_back({17, 12, Item::element, Result::word, {{S::element_25, 1}}, {13}});
+  all.push_back({17, 13, Item::element, Result::word, {{S::element_28, 1}}, {14}});
+  all.push_back({17, 14, Item::element, Result::word, {{S::temperature, 1}}, {15}});
+  all.push_back({18, 1, Item::element, Result::word, {{S::pressure, 1}}, {16}});
+  all.push_back({18, 2, Item::element, Result::word, {{S::pressure, 2}}, {16}});
   return all;
 }
 
 // The file that a request needs, or nothing for either.
-std::optional<FILE_KIND> FILE_NEEDED(const REQUEST& r) {
-  if (r.TYPE <= 4) return std::nullopt;
-  if (r.WORDS.empty()) return FILE_KIND::FORCE;
-  return builder::FILE_OF(r.WORDS.front().SECTION);
+std::optional<FileKind> file_needed(const Request& r) {
+  if (r.type <= 4) return std::nullopt;
+  if (r.words.empty()) return FileKind::force;
+  return builder::file_of(r.words.front().section);
 }
 
 // The full job: every flag set, two or more items of every kind, sections
 // whose words do not fill their last record and sections that do.
-builder::JOB FULL_JOB(const header::FORMAT_VERSION& format) {
-  builder::JOB job(format);
-  header::HEADER_VARIABLES& run = job.RUN;
-  run.NUM_TIME_STEPS = STEPS;
-  run.OUTPUT_FLAGS.fill(1);
-  run.NUM_GUIDE_SURFACES = 2;
-  run.NUM_ZERO_GAP_GUIDES = 2;
-  run.NUM_CLASH_PAIRS = 3;
-  run.NUM_PIP_CONNECTIONS = 2;
-  run.NUM_VESSELS = 1;
-  run.AUX_ELEMENT_RESULT_SETS = 1;
-  job.MODEL.NODES = {{.FILE_NUMBER = 1, .USER_NUMBER = 10}, {.FILE_NUMBER = 2, .USER_NUMBER = 20},
-                     {.FILE_NUMBER = 3, .USER_NUMBER = 30}, {.FILE_NUMBER = 4, .USER_NUMBER = 40}};
-  job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 100, .NODES = {1, 2}},
-                        {.FILE_NUMBER = 2, .USER_NUMBER = 200, .NODES = {2, 3}},
-                        {.FILE_NUMBER = 3, .USER_NUMBER = 300, .NODES = {3, 4}}};
-  job.MODEL.AUX_NODES = {{.NUMBER = 7}, {.NUMBER = 8}};
-  job.MODEL.AUX_ELEMENTS = {{.NUMBER = 5, .NODES = {1, 2}}};
-  job.MODEL.BOUNDARY_CONDITIONS = {4, 1};
-  job.MODEL.DAMPER_ELEMENTS = {1, 2};
+builder::Job full_job(const header::FormatVersion& format) {
+  builder::Job job(format);
+  header::HeaderVariables& run = job.run;
+  run.num_time_steps = step_count;
+  run.output_flags.fill(1);
+  run.num_guide_surfaces = 2;
+  run.num_zero_gap_guides = 2;
+  run.num_clash_pairs = 3;
+  run.num_pip_connections = 2;
+  run.num_vessels = 1;
+  run.aux_element_result_sets = 1;
+  job.model.nodes = {{.file_number = 1, .user_number = 10}, {.file_number = 2, .user_number = 20},
+                     {.file_number = 3, .user_number = 30}, {.file_number = 4, .user_number = 40}};
+  job.model.elements = {{.file_number = 1, .user_number = 100, .nodes = {1, 2}},
+                        {.file_number = 2, .user_number = 200, .nodes = {2, 3}},
+                        {.file_number = 3, .user_number = 300, .nodes = {3, 4}}};
+  job.model.aux_nodes = {{.number = 7}, {.number = 8}};
+  job.model.aux_elements = {{.number = 5, .nodes = {1, 2}}};
+  job.model.boundary_conditions = {4, 1};
+  job.model.damper_elements = {1, 2};
   return job;
 }
 
-struct VARIANT {
-  std::string NAME;
-  std::function<void(builder::JOB&)> CHANGE;
+struct Variant {
+  std::string name;
+  std::function<void(builder::Job&)> change;
 };
 
-std::vector<VARIANT> VARIANTS() {
-  std::vector<VARIANT> all = {{"every section", [](builder::JOB&) {}}};
+std::vector<Variant> variants() {
+  std::vector<Variant> all = {{"every section", [](builder::Job&) {}}};
   for (int f = 1; f <= 19; ++f) {
     all.push_back({"output flag " + std::to_string(f) + " off",
-                   [f](builder::JOB& job) { job.RUN.OUTPUT_FLAGS[static_cast<std::size_t>(f - 1)] = 0; }});
+                   [f](builder::Job& job) { job.run.output_flags[static_cast<std::size_t>(f - 1)] = 0; }});
   }
-  all.push_back({"no guide surfaces", [](builder::JOB& job) { job.RUN.NUM_GUIDE_SURFACES = 0; }});
-  all.push_back({"no zero gap guides", [](builder::JOB& job) { job.RUN.NUM_ZERO_GAP_GUIDES = 0; }});
-  all.push_back({"no clash pairs", [](builder::JOB& job) { job.RUN.NUM_CLASH_PAIRS = 0; }});
-  all.push_back({"no pipe-in-pipe connections", [](builder::JOB& job) { job.RUN.NUM_PIP_CONNECTIONS = 0; }});
-  all.push_back({"no auxiliary nodes", [](builder::JOB& job) {
-                   job.MODEL.AUX_NODES.clear();
-                   job.MODEL.AUX_ELEMENTS.clear();
+  all.push_back({"no guide surfaces", [](builder::Job& job) { job.run.num_guide_surfaces = 0; }});
+  all.push_back({"no zero gap guides", [](builder::Job& job) { job.run.num_zero_gap_guides = 0; }});
+  all.push_back({"no clash pairs", [](builder::Job& job) { job.run.num_clash_pairs = 0; }});
+  all.push_back({"no pipe-in-pipe connections", [](builder::Job& job) { job.run.num_pip_connections = 0; }});
+  all.push_back({"no auxiliary nodes", [](builder::Job& job) {
+                   job.model.aux_nodes.clear();
+                   job.model.aux_elements.clear();
                  }});
-  all.push_back({"no boundary conditions", [](builder::JOB& job) { job.MODEL.BOUNDARY_CONDITIONS.clear(); }});
-  all.push_back({"no dampers, no vessels", [](builder::JOB& job) {
-                   job.MODEL.DAMPER_ELEMENTS.clear();
-                   job.RUN.NUM_VESSELS = 0;
+  all.push_back({"no boundary conditions", [](builder::Job& job) { job.model.boundary_conditions.clear(); }});
+  all.push_back({"no dampers, no vessels", [](builder::Job& job) {
+                   job.model.damper_elements.clear();
+                   job.run.num_vessels = 0;
                  }});
-  all.push_back({"no motion file", [](builder::JOB& job) { job.MOTION.PRESENT = false; }});
-  all.push_back({"no motion file, no dampers", [](builder::JOB& job) {
-                   job.MOTION.PRESENT = false;
-                   job.MODEL.DAMPER_ELEMENTS.clear();
+  all.push_back({"no motion file", [](builder::Job& job) { job.motion.present = false; }});
+  all.push_back({"no motion file, no dampers", [](builder::Job& job) {
+                   job.motion.present = false;
+                   job.model.damper_elements.clear();
                  }});
-  all.push_back({"no force file", [](builder::JOB& job) { job.FORCE.PRESENT = false; }});
+  all.push_back({"no force file", [](builder::Job& job) { job.force.present = false; }});
   return all;
 }
 
 // The number of items of a kind in the job (for nodes and elements, those
 // of the request are always there when they have an entry).
-int64_t COUNT(const header::HEADER_VARIABLES& run, ITEM item) {
+int64_t count(const header::HeaderVariables& run, Item item) {
   switch (item) {
-    case ITEM::BOUNDARY: return run.NUM_BOUNDARY_CONDITIONS;
-    case ITEM::GUIDE: return run.NUM_GUIDE_SURFACES;
-    case ITEM::ZERO_GAP: return run.NUM_ZERO_GAP_GUIDES;
-    case ITEM::CLASH: return run.NUM_CLASH_PAIRS;
-    case ITEM::AUX_NODE: return run.NUM_AUX_NODES;
-    case ITEM::PIP: return run.NUM_PIP_CONNECTIONS;
+    case Item::boundary: return run.num_boundary_conditions;
+    case Item::guide: return run.num_guide_surfaces;
+    case Item::zero_gap: return run.num_zero_gap_guides;
+    case Item::clash: return run.num_clash_pairs;
+    case Item::aux_node: return run.num_aux_nodes;
+    case Item::pip: return run.num_pip_connections;
     default: return INT64_MAX;
   }
 }
 
-struct OUTCOME {
-  int32_t STATUS = 0;
-  std::optional<float> VALUE;  // nothing where the value cannot be told (a word before the file's frames)
+struct Outcome {
+  int32_t status = 0;
+  std::optional<float> value;  // nothing where the value cannot be told (a word before the file's frames)
 };
 
-class RequestSweep : public ::testing::TestWithParam<const header::FORMAT_VERSION*> {
+class RequestSweep : public ::testing::TestWithParam<const header::FormatVersion*> {
  protected:
   void TearDown() override { XIT(); }
 
   // Writes the job under a stem of its own and opens it.
-  void OPEN(const builder::JOB& built, const std::string& stem) {
+  void open(const builder::Job& built, const std::string& stem) {
     XIT();
     job = &built;
-    const std::string path = dir.FILE(stem);
-    built.WRITE(path);
-    ASSERT_EQ(testing::OPEN_THROUGH_EXPORTS(path, motion, force), 0);
-    run = built.WRITTEN_RUN();
-    for (const FILE_KIND kind : {FILE_KIND::MOTION, FILE_KIND::FORCE}) layout[kind == FILE_KIND::FORCE] = built.FRAME_SECTIONS(kind);
+    const std::string path = dir.file(stem);
+    built.write(path);
+    ASSERT_EQ(testing::open_through_exports(path, motion, force), 0);
+    run = built.written_run();
+    for (const FileKind kind : {FileKind::motion, FileKind::force}) layout[kind == FileKind::force] = built.frame_sections(kind);
   }
 
-  const builder::FRAME_LAYOUT& LAYOUT(FILE_KIND kind) const { return layout[kind == FILE_KIND::FORCE]; }
-  bool PRESENT(FILE_KIND kind) const { return (kind == FILE_KIND::MOTION ? job->MOTION : job->FORCE).PRESENT; }
+  const builder::FrameLayout& layout(FileKind kind) const { return layout[kind == FileKind::force]; }
+  bool present(FileKind kind) const { return (kind == FileKind::motion ? job->motion : job->force).present; }
 
   // The value at an entry's word; entries below 1 continue the section
   // backwards from its first entry, into the sections and frames ahead of it.
-  std::optional<float> VALUE(S section, int32_t step, int64_t entry, int32_t component) const {
-    const builder::FRAME_LAYOUT& frames = LAYOUT(builder::FILE_OF(section));
-    const builder::FRAME_SECTION* found = builder::FIND_SECTION(frames, section);
+  std::optional<float> value(S section, int32_t step, int64_t entry, int32_t component) const {
+    const builder::FrameLayout& frames = layout(builder::file_of(section));
+    const builder::FrameSection* found = builder::find_section(frames, section);
     if (found == nullptr) return std::nullopt;
-    int64_t offset = builder::WORD_OFFSET(frames, {section, step, 1, component}) + found->WORDS_PER_ENTRY * (entry - 1);
-    const int64_t frame_words = builder::FRAME_WORDS(frames);
+    int64_t offset = builder::word_offset(frames, {section, step, 1, component}) + found->words_per_entry * (entry - 1);
+    const int64_t frame_words = builder::frame_words(frames);
     while (offset < 1) {
       offset += frame_words;
       --step;
     }
     if (step < 1) return std::nullopt;
-    return job->VALUE(builder::WORD_AT(frames, step, offset));
+    return job->value(builder::word_at(frames, step, offset));
   }
 
   // What the request gives at a step, by the meaning of the request.
-  OUTCOME EXPECTED(const REQUEST& r, const ITEM_ARGUMENTS& item, int32_t step) const {
-    const std::optional<FILE_KIND> file = FILE_NEEDED(r);
-    if (file && !PRESENT(*file)) {
-      return {.STATUS = r.TYPE == 11 ? MASK::TYPE_11_FILE_MISSING : MASK::OUTPUT_TYPE_BAD, .VALUE = UNTOUCHED};
+  Outcome expected_outcome(const Request& r, const ItemArguments& item, int32_t step) const {
+    const std::optional<FileKind> file = file_needed(r);
+    if (file && !present(*file)) {
+      return {.status = r.type == 11 ? mask::type_11_file_missing : mask::output_type_bad, .value = untouched};
     }
-    OUTCOME out;
-    if (r.ITEM_KIND == ITEM::ELEMENT) {
-      if (item.ENTRY == 0 || -item.ENTRY > run.NUM_AUX_ELEMENTS) out.STATUS += MASK::ELEMENT_NOT_FOUND;
-    } else if (r.ITEM_KIND != ITEM::NONE && (item.ENTRY == 0 || COUNT(run, r.ITEM_KIND) < item.ENTRY)) {
-      out.STATUS += MASK::ITEM_NOT_FOUND;
+    Outcome out;
+    if (r.item_kind == Item::element) {
+      if (item.entry == 0 || -item.entry > run.num_aux_elements) out.status += mask::element_not_found;
+    } else if (r.item_kind != Item::none && (item.entry == 0 || count(run, r.item_kind) < item.entry)) {
+      out.status += mask::item_not_found;
     }
-    for (const int f : r.FLAGS) {
-      if (run.OUTPUT_FLAGS[static_cast<std::size_t>(f - 1)] != 1) {
-        out.STATUS += MASK::OUTPUT_NOT_WRITTEN;
+    for (const int f : r.flags) {
+      if (run.output_flags[static_cast<std::size_t>(f - 1)] != 1) {
+        out.status += mask::output_not_written;
         break;
       }
     }
-    out.VALUE = 0.0F;
-    if (out.STATUS != 0) return out;
+    out.value = 0.0F;
+    if (out.status != 0) return out;
 
-    const auto AT = [&](const PLACE& place) {
-      const int32_t component = place.COMPONENT + (item.LOCATION > 0 ? LOCATION_STRIDE(place.SECTION) * (item.LOCATION - 1) : 0);
-      return VALUE(place.SECTION, step, item.ENTRY, component);
+    const auto at = [&](const Place& place) {
+      const int32_t component = place.component + (item.location > 0 ? location_stride(place.section) * (item.location - 1) : 0);
+      return value(place.section, step, item.entry, component);
     };
-    switch (r.HOW) {
-      case RESULT::WORD: out.VALUE = AT(r.WORDS.front()); break;
-      case RESULT::ZERO: break;
-      case RESULT::MAGNITUDE: {
+    switch (r.how) {
+      case Result::word: out.value = at(r.words.front()); break;
+      case Result::zero: break;
+      case Result::magnitude: {
         float sum = 0.0F;
-        for (std::size_t i = 0; i < r.WORDS.size(); ++i) {
-          const std::optional<float> v = AT(r.WORDS[i]);
-          if (!v) return {.STATUS = 0, .VALUE = std::nullopt};
+        for (std::size_t i = 0; i < r.words.size(); ++i) {
+          const std::optional<float> v = at(r.words[i]);
+          if (!v) return {.status = 0, .value = std::nullopt};
           sum = i == 0 ? *v * *v : sum + *v * *v;
         }
-        out.VALUE = std::sqrt(sum);
+        out.value = std::sqrt(sum);
         break;
       }
-      case RESULT::STEP_RECORD:
-      case RESULT::FORCE_STEP:
-        if (PRESENT(FILE_KIND::MOTION)) {
-          out.VALUE = VALUE(S::MOTION_STEP_RECORD, step, 1, r.K);
-        } else if (r.HOW == RESULT::FORCE_STEP) {
-          out.VALUE = VALUE(S::FORCE_STEP_RECORD, step, 1, r.K);
+      case Result::step_record:
+      case Result::force_step:
+        if (present(FileKind::motion)) {
+          out.value = value(S::motion_step_record, step, 1, r.k);
+        } else if (r.how == Result::force_step) {
+          out.value = value(S::force_step_record, step, 1, r.k);
         } else {
-          const builder::FRAME_LAYOUT& frames = LAYOUT(FILE_KIND::FORCE);
-          out.VALUE = job->VALUE(builder::WORD_AT(frames, step, builder::FRAME_WORDS(frames) - 8 + r.K));
+          const builder::FrameLayout& frames = layout(FileKind::force);
+          out.value = job->value(builder::word_at(frames, step, builder::frame_words(frames) - 8 + r.k));
         }
         break;
     }
     return out;
   }
 
-  static std::string NAME(const REQUEST& r, const ITEM_ARGUMENTS& item) {
+  static std::string name(const Request& r, const ItemArguments& item) {
     std::ostringstream out;
-    out << "type " << r.TYPE << " subtype " << r.SUBTYPE << " node " << item.NODE << " element " << item.ELEMENT
-        << " location " << item.LOCATION;
+    out << "type " << r.type << " subtype " << r.subtype << " node " << item.node << " element " << item.element
+        << " location " << item.location;
     return out.str();
   }
   // Which frame word a value is, for the messages.
-  std::string WHICH(float value) const {
+  std::string which(float value) const {
     std::ostringstream out;
     out << value;
-    if (const std::optional<FRAME_WORD> word = job->WORD_OF_DEFAULT(value)) out << " (" << *word << ")";
+    if (const std::optional<FrameWord> word = job->word_of_default(value)) out << " (" << *word << ")";
     return out.str();
   }
 
-  void CHECK(const std::string& variant, const REQUEST& r, const ITEM_ARGUMENTS& item) {
-    SCOPED_TRACE(variant + ": " + NAME(r, item));
-    int32_t type = r.TYPE, subtype = r.SUBTYPE, steps = STEPS;
-    std::vector<float> history(STEPS, UNTOUCHED);
-    int32_t node = item.NODE, element = item.ELEMENT, location = item.LOCATION;
+  void check(const std::string& variant, const Request& r, const ItemArguments& item) {
+    SCOPED_TRACE(variant + ": " + name(r, item));
+    int32_t type = r.type, subtype = r.subtype, steps = step_count;
+    std::vector<float> history(step_count, untouched);
+    int32_t node = item.node, element = item.element, location = item.location;
     const int32_t history_status = GetRequestedHistory(&motion, &force, &type, &subtype, &node, &element, &location,
                                                        &steps, &steps, history.data(), nullptr, 0);
-    for (int32_t step = 1; step <= STEPS; ++step) {
-      const OUTCOME expected = EXPECTED(r, item, step);
-      float value = UNTOUCHED;
-      node = item.NODE, element = item.ELEMENT, location = item.LOCATION;
+    for (int32_t step = 1; step <= step_count; ++step) {
+      const Outcome expected = expected_outcome(r, item, step);
+      float value = untouched;
+      node = item.node, element = item.element, location = item.location;
       const int32_t status = GetRequestedSingleValue(&motion, &force, &type, &subtype, &node, &element, &location,
                                                      &steps, &step, &value, nullptr, 0);
-      EXPECT_EQ(status, expected.STATUS) << "step " << step;
-      EXPECT_EQ(history_status, expected.STATUS);
-      if (expected.VALUE) {
-        EXPECT_EQ(value, *expected.VALUE) << "step " << step << ": read " << WHICH(value) << ", wanted "
-                                          << WHICH(*expected.VALUE);
-        EXPECT_EQ(history[static_cast<std::size_t>(step - 1)], *expected.VALUE)
-            << "history step " << step << ": read " << WHICH(history[static_cast<std::size_t>(step - 1)]);
+      EXPECT_EQ(status, expected.status) << "step " << step;
+      EXPECT_EQ(history_status, expected.status);
+      if (expected.value) {
+        EXPECT_EQ(value, *expected.value) << "step " << step << ": read " << which(value) << ", wanted "
+                                          << which(*expected.value);
+        EXPECT_EQ(history[static_cast<std::size_t>(step - 1)], *expected.value)
+            << "history step " << step << ": read " << which(history[static_cast<std::size_t>(step - 1)]);
       } else {
         EXPECT_EQ(history[static_cast<std::size_t>(step - 1)], value) << "history step " << step;
       }
@@ -372,47 +372,47 @@ class RequestSweep : public ::testing::TestWithParam<const header::FORMAT_VERSIO
   }
 
   // A step past the count, and histories shorter than the steps or of none.
-  void STEP_EDGES() {
-    int32_t type = 1, subtype = 1, none = 0, steps = STEPS, step = STEPS + 1, count = STEPS - 1;
-    float value = UNTOUCHED;
-    std::vector<float> history(STEPS, UNTOUCHED);
-    const auto HISTORY = [&](float* values) {
+  void step_edges() {
+    int32_t type = 1, subtype = 1, none = 0, steps = step_count, step = step_count + 1, count = step_count - 1;
+    float value = untouched;
+    std::vector<float> history(step_count, untouched);
+    const auto history_of = [&](float* values) {
       return GetRequestedHistory(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &count, values, nullptr, 0);
     };
     EXPECT_EQ(GetRequestedSingleValue(&motion, &force, &type, &subtype, &none, &none, &none, &steps, &step, &value,
-                                      nullptr, 0), MASK::STEP_BAD);
-    EXPECT_EQ(HISTORY(history.data()), 0);
-    EXPECT_EQ(std::pair(value, history.back()), std::pair(UNTOUCHED, UNTOUCHED));
+                                      nullptr, 0), mask::step_bad);
+    EXPECT_EQ(history_of(history.data()), 0);
+    EXPECT_EQ(std::pair(value, history.back()), std::pair(untouched, untouched));
     count = 0;
-    EXPECT_EQ(HISTORY(nullptr), 0);
+    EXPECT_EQ(history_of(nullptr), 0);
   }
 
-  testing::SCRATCH_DIR dir;
-  const builder::JOB* job = nullptr;
-  header::HEADER_VARIABLES run;
-  builder::FRAME_LAYOUT layout[2];
+  testing::ScratchDir dir;
+  const builder::Job* job = nullptr;
+  header::HeaderVariables run;
+  builder::FrameLayout layout[2];
   int32_t motion = 0;
   int32_t force = 0;
 };
 
 TEST_P(RequestSweep, EveryTypeAndSubtypeReadsItsOwnWordWithSectionsPresentAndAbsent) {
-  const header::FORMAT_VERSION& format = *GetParam();
-  const std::vector<REQUEST> requests = ALL_REQUESTS(format);
+  const header::FormatVersion& format = *GetParam();
+  const std::vector<Request> requests = all_requests(format);
   int stem = 0;
-  for (const VARIANT& variant : VARIANTS()) {
-    builder::JOB built = FULL_JOB(format);
-    variant.CHANGE(built);
-    OPEN(built, "job" + std::to_string(++stem));
+  for (const Variant& variant : variants()) {
+    builder::Job built = full_job(format);
+    variant.change(built);
+    open(built, "job" + std::to_string(++stem));
     if (HasFatalFailure()) return;
-    if (stem == 1) STEP_EDGES();
-    for (const REQUEST& r : requests) {
-      for (const ITEM_ARGUMENTS& item : ITEMS(r.ITEM_KIND)) CHECK(variant.NAME, r, item);
+    if (stem == 1) step_edges();
+    for (const Request& r : requests) {
+      for (const ItemArguments& item : items(r.item_kind)) check(variant.name, r, item);
     }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(, RequestSweep, ::testing::ValuesIn(header::FORMAT_VERSIONS),
-                         [](const auto& info) { return std::string(info.param->NAME); });
+INSTANTIATE_TEST_SUITE_P(, RequestSweep, ::testing::ValuesIn(header::format_versions),
+                         [](const auto& info) { return std::string(info.param->name); });
 
 }  // namespace
 }  // namespace tmrdar::frame

@@ -15,7 +15,7 @@ namespace {
 
 TEST(SharedLibrary, ExportsExactlyTheTwelveEntryPoints) {
   const std::string command = std::string(TMRDAR_NM) + " -D --defined-only " + TMRDAR_SHARED_LIBRARY;
-  FILE* pipe = ::popen(command.c_str(), "r");
+  File* pipe = ::popen(command.c_str(), "r");
   ASSERT_NE(pipe, nullptr);
   std::set<std::string> names;
   std::array<char, 512> line{};
@@ -34,10 +34,10 @@ TEST(SharedLibrary, ExportsExactlyTheTwelveEntryPoints) {
 }
 
 TEST(SharedLibrary, OpensAJobAfterLoadingAndClosesItOnUnload) {
-  tmrdar::testing::SCRATCH_DIR dir;
-  tmrdar::builder::JOB job;
-  job.FORCE.PRESENT = false;
-  job.WRITE(dir.FILE("riser"));
+  tmrdar::testing::ScratchDir dir;
+  tmrdar::builder::Job job;
+  job.force.present = false;
+  job.write(dir.file("riser"));
 
   void* library = ::dlopen(TMRDAR_SHARED_LIBRARY, RTLD_NOW | RTLD_LOCAL);
   ASSERT_NE(library, nullptr) << ::dlerror();
@@ -52,7 +52,7 @@ TEST(SharedLibrary, OpensAJobAfterLoadingAndClosesItOnUnload) {
   std::array<int32_t, 5> force_words{};
   const int32_t n = 14;
   std::array<int32_t, 14> dims{};
-  const std::string path = dir.FILE("riser.dbm");
+  const std::string path = dir.file("riser.dbm");
   EXPECT_EQ(info(&motion, &force, motion_words.data(), force_words.data(), &n, dims.data(), path.data(),
                  static_cast<int64_t>(path.size())),
             0);

@@ -14,15 +14,15 @@ namespace {
 // be read beside one of a format, and a code of no format beside one.
 TEST(VersionSelection, AnUnreadableFileBesideOneOfAFormatSelectsIt) {
   for (const auto& [motion, force, selected] : {std::tuple{13, -1, 13}, {-1, 3, 3}, {7, 0, 7}, {2, 13, 0}}) {
-    EXPECT_EQ(SELECT_VERSION(motion, force), selected) << motion << " " << force;
+    EXPECT_EQ(select_version(motion, force), selected) << motion << " " << force;
   }
 }
 
 TEST(PathResolution, FoldsDotsByTextAndSplitsAtTheLastDot) {
-  EXPECT_EQ(platform::FOLD_PATH("a/./b/../c.dbm", "/run"), "/run/a/c.dbm");
-  EXPECT_EQ(platform::FOLD_PATH("../../../x", "/run"), "/x");
-  EXPECT_EQ(platform::FOLD_PATH("/a//b/", "/ignored"), "/a/b/");
-  EXPECT_EQ(platform::FOLD_PATH("", "/run"), "/run");
+  EXPECT_EQ(platform::fold_path("a/./b/../c.dbm", "/run"), "/run/a/c.dbm");
+  EXPECT_EQ(platform::fold_path("../../../x", "/run"), "/x");
+  EXPECT_EQ(platform::fold_path("/a//b/", "/ignored"), "/a/b/");
+  EXPECT_EQ(platform::fold_path("", "/run"), "/run");
 
   const std::string deep = "/" + std::string(300, 'd') + "/" + std::string(300, 'n') + ".dbm";
   const struct {
@@ -32,12 +32,12 @@ TEST(PathResolution, FoldsDotsByTextAndSplitsAtTheLastDot) {
       {"/run/jobs/riser", "/run/jobs/", "riser", ""},
       {"/run/.Job", "/run/", ".Job", ".job"},  // a blank name keeps the whole last component
       {"/run.d/", "/run.d/", "", ""},
-      {"sub/../riser.dbf", *platform::CURRENT_DIRECTORY() + "/", "riser", ".dbf"},
+      {"sub/../riser.dbf", *platform::current_directory() + "/", "riser", ".dbf"},
       {deep, "/" + std::string(300, 'd') + "/", std::string(300, 'n'), ".dbm"},  // not cut at any length
   };
   for (const auto& row : rows) {
-    const RESOLVED_PATH r = RESOLVE_PATH(row.path);
-    EXPECT_EQ(std::tuple(r.DRIVE, r.DIRECTORY, r.NAME, r.EXTENSION), std::tuple("", row.directory, row.name, row.extension))
+    const ResolvedPath r = resolve_path(row.path);
+    EXPECT_EQ(std::tuple(r.drive, r.directory, r.name, r.extension), std::tuple("", row.directory, row.name, row.extension))
         << row.path;
   }
 }

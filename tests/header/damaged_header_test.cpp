@@ -17,71 +17,71 @@
 namespace tmrdar::header {
 namespace {
 
-using builder::JOB;
+using builder::Job;
 
-class DamagedHeader : public ::testing::TestWithParam<const FORMAT_VERSION*> {};
+class DamagedHeader : public ::testing::TestWithParam<const FormatVersion*> {};
 
 TEST_P(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
-  const FORMAT_VERSION& format = *GetParam();
-  testing::SCRATCH_DIR dir;
-  JOB job = EVERY_BLOCK_JOB(format);
-  job.FORCE.PRESENT = false;
-  job.RUN.SHAPE_FUNCTION_FLAG = 1;  // the integration points are made too
-  job.RUN.SHAPE_FUNCTION_ORDER = 2;
-  job.RUN.NUM_TIME_STEPS = 3;
-  const builder::FILE_IMAGE good = job.IMAGE(builder::FILE_KIND::MOTION);
-  const int64_t header_end = job.WRITTEN_RUN().RESULT_START_RECORD;
-  TIDE3_DATABASE_FILES& db = *TIDE3_DATABASE_MODULE(format.DATABASE_VERSION);
-  ASSERT_TRUE(good.WRITE(dir.FILE("job.dbm")));
+  const FormatVersion& format = *GetParam();
+  testing::ScratchDir dir;
+  Job job = every_block_job(format);
+  job.force.present = false;
+  job.run.shape_function_flag = 1;  // the integration points are made too
+  job.run.shape_function_order = 2;
+  job.run.num_time_steps = 3;
+  const builder::FileImage good = job.image(builder::FileKind::motion);
+  const int64_t header_end = job.written_run().result_start_record;
+  FormatReader& db = *reader_for_version(format.database_version);
+  ASSERT_TRUE(good.write(dir.file("job.dbm")));
   bool failed = true;
-  db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-  ASSERT_FALSE(failed) << "undamaged: " << ERROR_HANDLING::LAST_MESSAGE();
-  EXPECT_EQ(db.TABLES.INTEGRATION_POINTS.ALLOCATED(), format.BUILDS_INTEGRATION_POINTS);
+  db.open_database_files("job", dir.path().string() + "/", failed);
+  ASSERT_FALSE(failed) << "undamaged: " << error_handling::last_message();
+  EXPECT_EQ(db.tables.integration_points.allocated(), format.builds_integration_points);
   const std::array<int32_t, 10> hostile{0, -1, 1, 2, 3, 9, 2'147'483'647, -2'147'483'647 - 1, 1'000'000, 0x7F800001};
   uint32_t seed = 2026;
   const auto next = [&seed] { return seed = seed * 1'103'515'245U + 12'345U; };
   int failures = 0;
   for (int round = 0; round < 600; ++round) {
-    builder::FILE_IMAGE image = good;
+    builder::FileImage image = good;
     for (int change = 0; change < 1 + round % 4; ++change) {
       const auto record = static_cast<int64_t>(next() % static_cast<uint32_t>(header_end));
-      image.PUT_INT(record, static_cast<int>(next() % 8) + 1, hostile[next() % hostile.size()]);
+      image.put_int(record, static_cast<int>(next() % 8) + 1, hostile[next() % hostile.size()]);
     }
-    if (round % 5 == 0) image.TRUNCATE(next() % good.BYTES().size());
-    ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
+    if (round % 5 == 0) image.truncate(next() % good.bytes().size());
+    ASSERT_TRUE(image.write(dir.file("job.dbm")));
     // The tables looked at below are this file's own.
-    db.DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
+    db.deallocate_database_header_arrays();
     failed = false;
-    ERROR_HANDLING::ERROR3(true, ERROR_HANDLING::DATABASE_POSTPROCESSING, "(none)");
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    const std::string message(ERROR_HANDLING::LAST_MESSAGE());
+    error_handling::error3(true, error_handling::database_postprocessing, "(none)");
+    db.open_database_files("job", dir.path().string() + "/", failed);
+    const std::string message(error_handling::last_message());
     failures += failed ? 1 : 0;
     if (failed) {
       EXPECT_NE(message, "Error: Database Postprocessing: (none)") << "round " << round;
     }
     // No table holds more entries than the file has words.
-    const auto words = image.BYTES().size() / 4 + 8;
-    const HEADER_TABLES& t = db.TABLES;
-    for (const std::size_t size : {t.ELEMENT_NODES.SIZE(), t.NODE_COORDINATES.SIZE(), t.TIME_LIST.SIZE(),
-                                   t.PIP_DATA.SIZE(), t.ELEMENT_SET_NAMES.SIZE(), t.TARGET_SPECTRUM.SIZE(),
-                                   t.DAMPER_ELEMENTS.SIZE(), t.INTEGRATION_POINTS.SIZE() / 10}) {
+    const auto words = image.bytes().size() / 4 + 8;
+    const HeaderTables& t = db.tables;
+    for (const std::size_t size : {t.element_nodes.size(), t.node_coordinates.size(), t.time_list.size(),
+                                   t.pip_data.size(), t.element_set_names.size(), t.target_spectrum.size(),
+                                   t.damper_elements.size(), t.integration_points.size() / 10}) {
       EXPECT_LE(size, words) << "round " << round;
     }
     std::size_t members = 0;
-    for (const auto& set : t.ELEMENT_SET_MEMBERS) members += set.size();
+    for (const auto& set : t.element_set_members) members += set.size();
     EXPECT_LE(members, words) << "round " << round;
   }
   EXPECT_GT(failures, 50);
   EXPECT_LT(failures, 550);
-  db.CLOSE_TIDE3_DATABASE_FILES();
+  db.close_database_files();
 }
 
-INSTANTIATE_TEST_SUITE_P(, DamagedHeader, ::testing::ValuesIn(FORMAT_VERSIONS), FORMAT_NAME);
+INSTANTIATE_TEST_SUITE_P(, DamagedHeader, ::testing::ValuesIn(format_versions), format_name);
 
 // A block whose directory entry lies ahead of the file ends the read with its
 // own message, keeping the blocks read before it; a block of no rows is not
 // read at all.
-class UnreadableBlock : public HEADER_TEST {};
+class UnreadableBlock : public HeaderTest {};
 
 TEST_F(UnreadableBlock, ReportsItsOwnMessage) {
   const std::string read = "Unable to read ", header = " from database header.";
@@ -102,20 +102,20 @@ TEST_F(UnreadableBlock, ReportsItsOwnMessage) {
       {39, read + "vessel data" + header}, {40, read + "stinger plane data from database header"},
       {41, read + "Target Spectrum data" + header}, {48, read + "from database header."}, {49, models}, {50, models},
       {51, read + "damper elements" + header}, {52, "Unable to allocate memory for seabed database header data."}};
-  const JOB job = EVERY_BLOCK_JOB();
+  const Job job = every_block_job();
   for (const auto& [k, message] : rows) {
-    EXPECT_TRUE(OPEN(job, k)) << "block " << k;
-    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: " + message) << "block " << k;
+    EXPECT_TRUE(open(job, k)) << "block " << k;
+    EXPECT_EQ(error_handling::last_message(), "Error: Database Postprocessing: " + message) << "block " << k;
     if (k >= 16) {
-      EXPECT_EQ(db.TABLES.POINT_MASS_NODES(1), k > 29 ? job.MODEL.POINT_MASSES[0] : 0) << "block " << k;
+      EXPECT_EQ(db.tables.point_mass_nodes(1), k > 29 ? job.model.point_masses[0] : 0) << "block " << k;
     }
   }
   for (const int32_t k : {20, 26, 27, 28, 29, 30, 31, 33, 34, 35, 36, 37, 38, 39}) {
-    EXPECT_FALSE(OPEN(JOB(), k)) << "block " << k << " has no rows";
+    EXPECT_FALSE(open(Job(), k)) << "block " << k << " has no rows";
   }
-  JOB file_seabed;
-  file_seabed.SEABED_CODE = 5;  // a profile from a file reads no points
-  EXPECT_FALSE(OPEN(file_seabed, 22)) << ERROR_HANDLING::LAST_MESSAGE();
+  Job file_seabed;
+  file_seabed.seabed_code = 5;  // a profile from a file reads no points
+  EXPECT_FALSE(open(file_seabed, 22)) << error_handling::last_message();
 }
 
 // The unit formats cannot read a record the file does not hold whole; the
@@ -124,21 +124,21 @@ TEST(SpectrumMessages, TheOldestFormatHasASecondWording) {
   const std::string read = "Error: Database Postprocessing: Unable to read ", rest = " data from database header.";
   const std::string usual = read + "Target Spectrum" + rest, second = read + "target spectrum" + rest;
   for (const auto& [format, cut_behind_first, message] :
-       std::vector<std::tuple<const FORMAT_VERSION*, bool, std::string>>{
-           {&V811, true, second}, {&V811, false, usual}, {&V815, true, usual}}) {
-    testing::SCRATCH_DIR dir;
-    JOB job(*format);
-    job.FORCE.PRESENT = false;
-    job.MODEL.TARGET_SPECTRUM = {{1, 2}, {3, 4}, {5, 6}, {7, 8}, {9, 10}};  // two records
-    builder::FILE_IMAGE image = job.IMAGE(builder::FILE_KIND::MOTION);
-    image.TRUNCATE(32 * (job.BLOCK_RECORD(41) + (cut_behind_first ? 1 : 0)));
-    ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    TIDE3_DATABASE_FILES& db = *TIDE3_DATABASE_MODULE(format->DATABASE_VERSION);
+       std::vector<std::tuple<const FormatVersion*, bool, std::string>>{
+           {&v811, true, second}, {&v811, false, usual}, {&v815, true, usual}}) {
+    testing::ScratchDir dir;
+    Job job(*format);
+    job.force.present = false;
+    job.model.target_spectrum = {{1, 2}, {3, 4}, {5, 6}, {7, 8}, {9, 10}};  // two records
+    builder::FileImage image = job.image(builder::FileKind::motion);
+    image.truncate(32 * (job.block_record(41) + (cut_behind_first ? 1 : 0)));
+    ASSERT_TRUE(image.write(dir.file("job.dbm")));
+    FormatReader& db = *reader_for_version(format->database_version);
     bool failed = false;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    EXPECT_EQ(std::pair(failed, std::string(ERROR_HANDLING::LAST_MESSAGE())), std::pair(true, message))
-        << format->NAME << (cut_behind_first ? " second" : " first");
-    db.CLOSE_TIDE3_DATABASE_FILES();
+    db.open_database_files("job", dir.path().string() + "/", failed);
+    EXPECT_EQ(std::pair(failed, std::string(error_handling::last_message())), std::pair(true, message))
+        << format->name << (cut_behind_first ? " second" : " first");
+    db.close_database_files();
   }
 }
 

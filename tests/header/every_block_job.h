@@ -11,15 +11,15 @@
 namespace tmrdar::header {
 
 // The next integer, real or name of a running count.
-struct COUNTER {
+struct Counter {
   int32_t n = 0;
-  int32_t INT() { return ++n; }
-  float REAL() { return static_cast<float>(++n) + 0.25F; }
-  std::string NAME(const std::string& what) { return what + " " + std::to_string(++n); }
-  template <std::size_t N>
-  std::array<float, N> REALS() {
-    std::array<float, N> values{};
-    for (float& value : values) value = REAL();
+  int32_t integer() { return ++n; }
+  float real() { return static_cast<float>(++n) + 0.25F; }
+  std::string name(const std::string& what) { return what + " " + std::to_string(++n); }
+  template <std::size_t n>
+  std::array<float, n> reals() {
+    std::array<float, n> values{};
+    for (float& value : values) value = real();
     return values;
   }
 };
@@ -27,62 +27,62 @@ struct COUNTER {
 // 9 elements, 8 contact diameters a record, and 9 dampers, so that the
 // packed lists cross a record; 6 seabed points, leaving word 5 of their
 // second record to the slope; every set, label and name field different.
-inline builder::JOB EVERY_BLOCK_JOB(const FORMAT_VERSION& format = V861) {
-  COUNTER c;
-  builder::JOB job(format);
-  builder::MODEL& m = job.MODEL;
+inline builder::Job every_block_job(const FormatVersion& format = v861) {
+  Counter c;
+  builder::Job job(format);
+  builder::Model& m = job.model;
   for (int k = 0; k < 5; ++k) {
-    m.NODES.push_back({c.INT() + 100, c.REAL(), c.REAL(), c.REAL(), c.INT(), k == 0 ? 0 : c.INT()});
+    m.nodes.push_back({c.integer() + 100, c.real(), c.real(), c.real(), c.integer(), k == 0 ? 0 : c.integer()});
   }
   for (int k = 0; k < 9; ++k) {
-    const int32_t first = m.NODES[static_cast<std::size_t>(k % 5)].FILE_NUMBER;
-    const int32_t second = m.NODES[static_cast<std::size_t>((k + 3) % 5)].FILE_NUMBER;
-    m.ELEMENTS.push_back({c.INT(), c.INT(), {first, second}, c.REAL(), c.REAL(), c.REAL(), c.INT(), c.REAL(),
-                          c.REAL(), c.REAL(), c.REAL(), c.INT(), c.REAL(), c.REAL(), c.REAL(), c.REAL(), c.INT(),
-                          c.INT(), c.REAL(), c.INT()});
-    m.CONTACT_DIAMETERS.push_back(c.REAL());
+    const int32_t first = m.nodes[static_cast<std::size_t>(k % 5)].file_number;
+    const int32_t second = m.nodes[static_cast<std::size_t>((k + 3) % 5)].file_number;
+    m.elements.push_back({c.integer(), c.integer(), {first, second}, c.real(), c.real(), c.real(), c.integer(), c.real(),
+                          c.real(), c.real(), c.real(), c.integer(), c.real(), c.real(), c.real(), c.real(), c.integer(),
+                          c.integer(), c.real(), c.integer()});
+    m.contact_diameters.push_back(c.real());
   }
-  m.NONLINEAR_E_TABLES = {{c.INT(), c.INT(), c.REAL(), c.REAL()}, {c.INT(), c.INT(), c.REAL(), c.REAL()}};
-  m.AUX_ELEMENTS = {{c.INT(), c.INT(), {c.INT(), c.INT()}, c.REAL(), c.REAL(), c.REAL(), c.INT(), c.INT(), c.INT()}};
-  m.AUX_NODES = {{c.INT(), c.REAL(), c.REAL(), c.REAL()}, {c.INT(), c.REAL(), c.REAL(), c.REAL()}};
-  job.SEABED_CODE = 2;  // a plane slope, whose angle follows the points
-  for (int k = 0; k < 6; ++k) m.SEABED.POINTS.push_back({c.REAL(), c.REAL()});
-  m.SEABED.SLOPE = c.REAL();
-  m.WAVE_HARMONICS = {c.REALS<5>(), c.REALS<5>()};
-  m.DSP_WAVE_HARMONICS = {c.REALS<5>(), c.REALS<5>(), c.REALS<5>()};
-  m.ELEMENT_SETS = {{std::string(256, 'e'), {c.INT(), c.INT()}}, {c.NAME("empty"), {}}, {c.NAME("one"), {c.INT()}}};
-  m.NODE_SETS = {{c.NAME("nodes"), {c.INT(), c.INT(), c.INT()}}};
-  m.LABELS = {{c.NAME("label"), c.INT(), 1}, {c.NAME("label"), c.INT(), c.INT()}};
-  m.POINT_MASSES = {c.INT(), c.INT()};
-  m.POINT_LOADS = {{c.INT(), c.INT(), c.REAL()}, {c.INT(), c.INT(), c.REAL()}};
-  m.BOUNDARY_CONDITIONS = {c.INT(), c.INT(), c.INT()};  // room for the slots of 3 of the 4 nodes that have one
-  m.CURRENT_PROFILE = {c.REALS<3>(), c.REALS<3>()};
-  m.PIPE_IN_PIPE = {{{c.INT(), c.INT()}, {c.INT(), c.INT()}}, {{c.INT(), c.INT()}, {c.INT(), c.INT()}}};
-  m.GUIDE_SURFACES = {{c.INT(), c.REALS<2>(), {1, c.INT()}, 1, c.REALS<2>(), c.NAME("guide")},
-                      {c.INT(), c.REALS<2>(), {c.INT(), 1}, c.INT(), c.REALS<2>(), c.NAME("guide")}};
+  m.nonlinear_e_tables = {{c.integer(), c.integer(), c.real(), c.real()}, {c.integer(), c.integer(), c.real(), c.real()}};
+  m.aux_elements = {{c.integer(), c.integer(), {c.integer(), c.integer()}, c.real(), c.real(), c.real(), c.integer(), c.integer(), c.integer()}};
+  m.aux_nodes = {{c.integer(), c.real(), c.real(), c.real()}, {c.integer(), c.real(), c.real(), c.real()}};
+  job.seabed_code = 2;  // a plane slope, whose angle follows the points
+  for (int k = 0; k < 6; ++k) m.seabed.points.push_back({c.real(), c.real()});
+  m.seabed.slope = c.real();
+  m.wave_harmonics = {c.reals<5>(), c.reals<5>()};
+  m.dsp_wave_harmonics = {c.reals<5>(), c.reals<5>(), c.reals<5>()};
+  m.element_sets = {{std::string(256, 'e'), {c.integer(), c.integer()}}, {c.name("empty"), {}}, {c.name("one"), {c.integer()}}};
+  m.node_sets = {{c.name("nodes"), {c.integer(), c.integer(), c.integer()}}};
+  m.labels = {{c.name("label"), c.integer(), 1}, {c.name("label"), c.integer(), c.integer()}};
+  m.point_masses = {c.integer(), c.integer()};
+  m.point_loads = {{c.integer(), c.integer(), c.real()}, {c.integer(), c.integer(), c.real()}};
+  m.boundary_conditions = {c.integer(), c.integer(), c.integer()};  // room for the slots of 3 of the 4 nodes that have one
+  m.current_profile = {c.reals<3>(), c.reals<3>()};
+  m.pipe_in_pipe = {{{c.integer(), c.integer()}, {c.integer(), c.integer()}}, {{c.integer(), c.integer()}, {c.integer(), c.integer()}}};
+  m.guide_surfaces = {{c.integer(), c.reals<2>(), {1, c.integer()}, 1, c.reals<2>(), c.name("guide")},
+                      {c.integer(), c.reals<2>(), {c.integer(), 1}, c.integer(), c.reals<2>(), c.name("guide")}};
   for (int k = 0; k < 2; ++k) {
-    m.PANELS.push_back({c.INT(), c.INT(), c.INT(), c.INT(), c.INT(), c.INT(), c.INT()});
-    m.ZERO_GAP_GUIDES.push_back({c.INT(), c.REALS<7>()});
-    m.INSTALLATION.CRITERIA.push_back({c.INT(), c.REAL(), c.REAL(), c.NAME("criterion")});
-    m.FLOATING_BODIES.push_back({c.INT(), c.NAME("body"), c.INT() + 0.1, c.INT()});
+    m.panels.push_back({c.integer(), c.integer(), c.integer(), c.integer(), c.integer(), c.integer(), c.integer()});
+    m.zero_gap_guides.push_back({c.integer(), c.reals<7>()});
+    m.installation.criteria.push_back({c.integer(), c.real(), c.real(), c.name("criterion")});
+    m.floating_bodies.push_back({c.integer(), c.name("body"), c.integer() + 0.1, c.integer()});
   }
-  m.INSTALLATION.SETTINGS = {c.INT(), c.INT(), c.INT(), c.INT(), c.INT()};
-  m.VESSELS = {{{c.NAME("v"), "", std::string(32, 'x'), c.NAME("w"), "", "", "", c.NAME("z")}}};
-  m.STINGER = c.REALS<6>();
-  for (int k = 0; k < 5; ++k) m.TARGET_SPECTRUM.push_back(c.REALS<2>());
-  job.RUN.SHAPE_FUNCTION_FLAG = 2;  // 1 would build the integration points
-  job.RUN.SHAPE_FUNCTION_ORDER = c.INT();
-  job.RUN.OUTPUT_FLAGS[17] = 1;
-  job.RUN.OUTPUT_FLAGS[18] = 1;
+  m.installation.settings = {c.integer(), c.integer(), c.integer(), c.integer(), c.integer()};
+  m.vessels = {{{c.name("v"), "", std::string(32, 'x'), c.name("w"), "", "", "", c.name("z")}}};
+  m.stinger = c.reals<6>();
+  for (int k = 0; k < 5; ++k) m.target_spectrum.push_back(c.reals<2>());
+  job.run.shape_function_flag = 2;  // 1 would build the integration points
+  job.run.shape_function_order = c.integer();
+  job.run.output_flags[17] = 1;
+  job.run.output_flags[18] = 1;
   for (const int32_t points : {3, 0, 5}) {
-    builder::PLASTIC_HARDENING_MODEL model{c.INT(), c.INT(), 0, {}};
-    for (int p = 0; p < points; ++p) model.POINTS.push_back(c.REALS<2>());
-    m.PLASTIC_HARDENING_MODELS.push_back(model);
+    builder::PlasticHardeningModel model{c.integer(), c.integer(), 0, {}};
+    for (int p = 0; p < points; ++p) model.points.push_back(c.reals<2>());
+    m.plastic_hardening_models.push_back(model);
   }
-  for (int k = 0; k < 9; ++k) m.DAMPER_ELEMENTS.push_back(c.INT());
+  for (int k = 0; k < 9; ++k) m.damper_elements.push_back(c.integer());
   const std::string seabed_file = "seabed file bytes, 64 of them" + std::string(35, '.');
-  m.BINARY_ITEMS = {{c.INT() + 10, c.INT(), std::string(70, 's')},
-                    {MOD_SEABED_PROFILE::SEABED_BLOCK_TYPE, c.INT(), seabed_file}};
+  m.binary_items = {{c.integer() + 10, c.integer(), std::string(70, 's')},
+                    {seabed_profile::seabed_block_type, c.integer(), seabed_file}};
   return job;
 }
 

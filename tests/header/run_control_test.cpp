@@ -8,63 +8,63 @@
 namespace tmrdar::header {
 namespace {
 
-using builder::JOB;
-using HV = HEADER_VARIABLES;
+using builder::Job;
+using Hv = HeaderVariables;
 
 // Every integer and real that blocks 2 to 15 carry.
-const std::vector<int32_t HV::*> INTEGERS{
-    &HV::TAIL_PAIR_COUNT_A, &HV::TAIL_PAIR_COUNT_B, &HV::NUM_BINARY_ITEMS, &HV::HDR_2_8, &HV::RESULT_START_RECORD,
-    &HV::HDR_3_4, &HV::HDR_3_7, &HV::NUM_PANELS, &HV::PIP_NODES_PER_PAIR, &HV::NUM_NONLINEAR_E_TABLES,
-    &HV::NUM_GUIDE_SURFACES, &HV::NUM_ZERO_GAP_GUIDES, &HV::NUM_PIP_CONNECTIONS, &HV::NUM_PIPE_IN_PIPE,
-    &HV::NUM_CLASH_PAIRS, &HV::NUM_ELEMENTS, &HV::NUM_NODES, &HV::NODES_PER_ELEMENT, &HV::COORDS_PER_NODE,
-    &HV::DOFS_PER_NODE, &HV::NUM_BOUNDARY_CONDITIONS, &HV::NUM_ELEMENT_SETS, &HV::NUM_NODE_SETS, &HV::NUM_TIME_STEPS,
-    &HV::ANALYSIS_DETAIL_1, &HV::HDR_8_2, &HV::NUM_SEABED_POINTS, &HV::NUM_WAVE_HARMONICS, &HV::NUM_VESSELS,
-    &HV::HDR_8_8, &HV::NUM_AUX_NODES, &HV::NUM_AUX_ELEMENTS, &HV::NUM_POINT_MASSES, &HV::NUM_POINT_LOADS,
-    &HV::NUM_CURRENT_POINTS, &HV::NUM_FLOATING_BODIES, &HV::NUM_INSTALLATION_CRITERIA, &HV::NUM_LABELS,
-    &HV::NUM_DAMPER_ELEMENTS, &HV::HDR_13_1, &HV::NUM_DSP_WAVE_HARMONICS, &HV::HDR_13_3, &HV::HDR_13_4, &HV::HDR_13_6,
-    &HV::AUX_ELEMENT_RESULT_SETS, &HV::NUM_TARGET_SPECTRUM_INTERVALS, &HV::HDR_14_3, &HV::HDR_14_4, &HV::HDR_14_7};
-const std::vector<float HV::*> REALS{&HV::START_TIME, &HV::HDR_4_2, &HV::HDR_4_3, &HV::HDR_4_4, &HV::HDR_4_5,
-                                     &HV::HDR_4_6, &HV::ANALYSIS_DETAIL_3, &HV::EXTERNAL_FLUID_DEFAULT_A,
-                                     &HV::EXTERNAL_FLUID_DEFAULT_B, &HV::HDR_8_6};
-const std::vector<int64_t HV::*> WIDENED{&HV::MOTION_STEP_RECORDS, &HV::FORCE_STEP_RECORDS,
-                                         &HV::MOTION_START_OFFSET, &HV::FORCE_START_OFFSET};
+const std::vector<int32_t Hv::*> integers{
+    &Hv::tail_pair_count_a, &Hv::tail_pair_count_b, &Hv::num_binary_items, &Hv::hdr_2_8, &Hv::result_start_record,
+    &Hv::hdr_3_4, &Hv::hdr_3_7, &Hv::num_panels, &Hv::pip_nodes_per_pair, &Hv::num_nonlinear_e_tables,
+    &Hv::num_guide_surfaces, &Hv::num_zero_gap_guides, &Hv::num_pip_connections, &Hv::num_pipe_in_pipe,
+    &Hv::num_clash_pairs, &Hv::num_elements, &Hv::num_nodes, &Hv::nodes_per_element, &Hv::coords_per_node,
+    &Hv::dofs_per_node, &Hv::num_boundary_conditions, &Hv::num_element_sets, &Hv::num_node_sets, &Hv::num_time_steps,
+    &Hv::analysis_detail_1, &Hv::hdr_8_2, &Hv::num_seabed_points, &Hv::num_wave_harmonics, &Hv::num_vessels,
+    &Hv::hdr_8_8, &Hv::num_aux_nodes, &Hv::num_aux_elements, &Hv::num_point_masses, &Hv::num_point_loads,
+    &Hv::num_current_points, &Hv::num_floating_bodies, &Hv::num_installation_criteria, &Hv::num_labels,
+    &Hv::num_damper_elements, &Hv::hdr_13_1, &Hv::num_dsp_wave_harmonics, &Hv::hdr_13_3, &Hv::hdr_13_4, &Hv::hdr_13_6,
+    &Hv::aux_element_result_sets, &Hv::num_target_spectrum_intervals, &Hv::hdr_14_3, &Hv::hdr_14_4, &Hv::hdr_14_7};
+const std::vector<float Hv::*> reals{&Hv::start_time, &Hv::hdr_4_2, &Hv::hdr_4_3, &Hv::hdr_4_4, &Hv::hdr_4_5,
+                                     &Hv::hdr_4_6, &Hv::analysis_detail_3, &Hv::external_fluid_default_a,
+                                     &Hv::external_fluid_default_b, &Hv::hdr_8_6};
+const std::vector<int64_t Hv::*> widened{&Hv::motion_step_records, &Hv::force_step_records,
+                                         &Hv::motion_start_offset, &Hv::force_start_offset};
 
-class RunControl : public HEADER_TEST {};
-class RunControlOfEachFormat : public FORMAT_TEST {};
+class RunControl : public HeaderTest {};
+class RunControlOfEachFormat : public FormatTest {};
 
 // Each format reads the run control blocks it has; what it has no place for
 // reads as the default the builder says it wrote.
 TEST_P(RunControlOfEachFormat, EveryFieldLandsInItsVariable) {
-  JOB job(format);
+  Job job(format);
   int32_t next = 1;
-  for (const auto field : INTEGERS) job.RUN.*field = next++;
-  for (const auto field : WIDENED) job.RUN.*field = next++;
+  for (const auto field : integers) job.run.*field = next++;
+  for (const auto field : widened) job.run.*field = next++;
   float real = 0.5F;
-  for (const auto field : REALS) job.RUN.*field = real += 1.25F;
-  for (std::size_t f = 0; f < 17; ++f) job.RUN.OUTPUT_FLAGS[f] = static_cast<int32_t>(f % 3);  // 2 is kept as it is
-  job.RUN.ANALYSIS_TITLE.ASSIGN(std::string(28, 'a') + std::string(28, 'b') + std::string(23, 'c') + "d");
-  job.SEABED_CODE = 5;
-  job.SEABED_ANGLE = 30.0F;
+  for (const auto field : reals) job.run.*field = real += 1.25F;
+  for (std::size_t f = 0; f < 17; ++f) job.run.output_flags[f] = static_cast<int32_t>(f % 3);  // 2 is kept as it is
+  job.run.analysis_title.assign(std::string(28, 'a') + std::string(28, 'b') + std::string(23, 'c') + "d");
+  job.seabed_code = 5;
+  job.seabed_angle = 30.0F;
 
   // The first step's time before the start of the file: every block is read
   // and the time list fails, keeping the start time of block 4.
-  job.RUN.MOTION_START_OFFSET = -1000;
-  EXPECT_TRUE(OPEN(job));
-  EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read record from database.");
-  const HV written = job.WRITTEN_RUN();
-  for (std::size_t f = 0; f < INTEGERS.size(); ++f) EXPECT_EQ(db.*INTEGERS[f], written.*INTEGERS[f]) << "integer " << f;
-  for (std::size_t f = 0; f < WIDENED.size(); ++f) EXPECT_EQ(db.*WIDENED[f], written.*WIDENED[f]) << "widened " << f;
-  for (std::size_t f = 0; f < REALS.size(); ++f) EXPECT_EQ(db.*REALS[f], written.*REALS[f]) << "real " << f;
-  EXPECT_EQ(db.END_TIME, job.RUN.HDR_4_2) << "word 2 of block 4 is the end time too";
-  EXPECT_EQ(db.OUTPUT_FLAGS, written.OUTPUT_FLAGS);
-  EXPECT_EQ(db.ANALYSIS_TITLE, job.RUN.ANALYSIS_TITLE);
-  EXPECT_EQ(db.SEABED_GEOMETRY, 4) << "code 5 is a file profile";
-  EXPECT_EQ(db.SEABED_PROFILE.DIRECTION_DEG(), IS(V861) || IS(V841) ? 30.0F : 0.0F);
+  job.run.motion_start_offset = -1000;
+  EXPECT_TRUE(open(job));
+  EXPECT_EQ(error_handling::last_message(), "Error: Database Postprocessing: Unable to read record from database.");
+  const Hv written = job.written_run();
+  for (std::size_t f = 0; f < integers.size(); ++f) EXPECT_EQ(db.*integers[f], written.*integers[f]) << "integer " << f;
+  for (std::size_t f = 0; f < widened.size(); ++f) EXPECT_EQ(db.*widened[f], written.*widened[f]) << "widened " << f;
+  for (std::size_t f = 0; f < reals.size(); ++f) EXPECT_EQ(db.*reals[f], written.*reals[f]) << "real " << f;
+  EXPECT_EQ(db.end_time, job.run.hdr_4_2) << "word 2 of block 4 is the end time too";
+  EXPECT_EQ(db.output_flags, written.output_flags);
+  EXPECT_EQ(db.analysis_title, job.run.analysis_title);
+  EXPECT_EQ(db.seabed_geometry, 4) << "code 5 is a file profile";
+  EXPECT_EQ(db.seabed_profile.direction_deg(), is(v861) || is(v841) ? 30.0F : 0.0F);
   // What each format lacks, against what the description asked for.
-  EXPECT_EQ(db.NUM_DAMPER_ELEMENTS == job.RUN.NUM_DAMPER_ELEMENTS, IS(V861)) << "block 12";
-  EXPECT_EQ(db.HDR_2_8 == job.RUN.HDR_2_8, !IS(V815) && !IS(V811)) << "block 2";
-  EXPECT_EQ(db.HDR_13_1 == job.RUN.HDR_13_1, !IS(V811)) << "block 13";
-  EXPECT_EQ(db.HDR_14_7 == job.RUN.HDR_14_7, !IS(V841)) << "word 7 of block 14";
+  EXPECT_EQ(db.num_damper_elements == job.run.num_damper_elements, is(v861)) << "block 12";
+  EXPECT_EQ(db.hdr_2_8 == job.run.hdr_2_8, !is(v815) && !is(v811)) << "block 2";
+  EXPECT_EQ(db.hdr_13_1 == job.run.hdr_13_1, !is(v811)) << "block 13";
+  EXPECT_EQ(db.hdr_14_7 == job.run.hdr_14_7, !is(v841)) << "word 7 of block 14";
 }
 
 TMRDAR_FOR_EVERY_FORMAT(RunControlOfEachFormat);
@@ -72,10 +72,10 @@ TMRDAR_FOR_EVERY_FORMAT(RunControlOfEachFormat);
 // Block 7 behind the end of the file reads nothing: its first word keeps what
 // block 6 left in the buffer, the element count.
 TEST_F(RunControl, ABlockPastTheEndOfTheFileReadsStaleWords) {
-  JOB job;
-  job.RUN.NUM_ELEMENTS = 6;
-  EXPECT_FALSE(OPEN(job, {7}, 100'000));
-  EXPECT_EQ(db.NUM_TIME_STEPS, 6);
+  Job job;
+  job.run.num_elements = 6;
+  EXPECT_FALSE(open(job, {7}, 100'000));
+  EXPECT_EQ(db.num_time_steps, 6);
 }
 
 }  // namespace

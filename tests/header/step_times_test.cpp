@@ -10,43 +10,43 @@
 namespace tmrdar::header {
 namespace {
 
-using builder::JOB;
+using builder::Job;
 
-class StepTimes : public HEADER_TEST {
+class StepTimes : public HeaderTest {
  protected:
-  bool OPEN(const JOB& job) { return OPEN_WRITTEN(job); }
-  std::vector<float> TIMES() const { return db.TABLES.TIME_LIST.DATA(); }
+  bool open(const Job& job) { return open_written(job); }
+  std::vector<float> times() const { return db.tables.time_list.data(); }
 };
 
 TEST_F(StepTimes, TheTimeListReplacesTheRunSpan) {
-  JOB job;
-  job.RUN.NUM_TIME_STEPS = 4;
-  job.RUN.START_TIME = -5.0F;
-  job.RUN.HDR_4_2 = 99.0F;
-  job.STEP_TIMES = {0.25F, 0.5F, 0.75F, 1.0F};
-  ASSERT_FALSE(OPEN(job)) << ERROR_HANDLING::LAST_MESSAGE();
-  EXPECT_EQ(TIMES(), job.STEP_TIMES);
-  EXPECT_EQ(db.START_TIME, 0.25F);
-  EXPECT_EQ(db.END_TIME, 1.0F);
-  EXPECT_EQ(db.HDR_4_2, 99.0F) << "the stored end time stays";
+  Job job;
+  job.run.num_time_steps = 4;
+  job.run.start_time = -5.0F;
+  job.run.hdr_4_2 = 99.0F;
+  job.step_times = {0.25F, 0.5F, 0.75F, 1.0F};
+  ASSERT_FALSE(open(job)) << error_handling::last_message();
+  EXPECT_EQ(times(), job.step_times);
+  EXPECT_EQ(db.start_time, 0.25F);
+  EXPECT_EQ(db.end_time, 1.0F);
+  EXPECT_EQ(db.hdr_4_2, 99.0F) << "the stored end time stays";
 }
 
 TEST_F(StepTimes, AWordIsPlaceWordMinusEightTimesItsRecordLessOne) {
-  JOB job;
-  job.MOTION.FIRST.FILE_WORDS = {1, 2, 3, 4, 0x3F800000};  // word 8 of the first record holds 1.0F
-  ASSERT_FALSE(OPEN(job));
+  Job job;
+  job.motion.first.file_words = {1, 2, 3, 4, 0x3F800000};  // word 8 of the first record holds 1.0F
+  ASSERT_FALSE(open(job));
   float value = -1.0F;
   bool error = true;
-  db.READIN(1, 8, value, error);
+  db.readin(1, 8, value, error);
   EXPECT_EQ(std::pair(value, error), std::pair(1.0F, false));
-  db.READIN(0, 9, value, error);  // the motion file stays selected
-  EXPECT_EQ(std::pair(std::bit_cast<int32_t>(value), error), std::pair(job.NUM_BLOCK_ADDRESSES, false));
+  db.readin(0, 9, value, error);  // the motion file stays selected
+  EXPECT_EQ(std::pair(std::bit_cast<int32_t>(value), error), std::pair(job.num_block_addresses, false));
 
   for (const int64_t word : {int64_t{0}, int64_t{-1}, int64_t{-7}, int64_t{-8}, std::numeric_limits<int64_t>::max()}) {
     value = 7.0F;
-    db.READIN(1, word, value, error);
+    db.readin(1, word, value, error);
     EXPECT_EQ(std::pair(value, error), std::pair(7.0F, true)) << word;
-    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(), "Error: Database Postprocessing: Unable to read record from database.");
+    EXPECT_EQ(error_handling::last_message(), "Error: Database Postprocessing: Unable to read record from database.");
   }
 }
 
@@ -54,22 +54,22 @@ TEST_F(StepTimes, AWordIsPlaceWordMinusEightTimesItsRecordLessOne) {
 // first frame wraps round to end at record 5, whose first word (block 4) is
 // the stored start time; in 64 bits it lies far behind the file, all zeros.
 TEST(StartRecords, SumIn32BitsBeforeV841) {
-  for (const FORMAT_VERSION* format : {&V831, &V841}) {
-    testing::SCRATCH_DIR dir;
-    JOB job(*format);
-    job.FORCE.PRESENT = false;
-    job.RUN.RESULT_START_RECORD = 2'147'483'647;
-    job.RUN.MOTION_START_OFFSET = 7;
-    job.RUN.MOTION_STEP_RECORDS = 2'147'483'647;
-    job.RUN.START_TIME = 12.5F;
-    ASSERT_EQ(job.BLOCK_RECORD(4), 4);
-    job.WRITE(dir.FILE("job"));
-    TIDE3_DATABASE_FILES& db = *TIDE3_DATABASE_MODULE(format->DATABASE_VERSION);
+  for (const FormatVersion* format : {&v831, &v841}) {
+    testing::ScratchDir dir;
+    Job job(*format);
+    job.force.present = false;
+    job.run.result_start_record = 2'147'483'647;
+    job.run.motion_start_offset = 7;
+    job.run.motion_step_records = 2'147'483'647;
+    job.run.start_time = 12.5F;
+    ASSERT_EQ(job.block_record(4), 4);
+    job.write(dir.file("job"));
+    FormatReader& db = *reader_for_version(format->database_version);
     bool failed = true;
-    db.OPEN_TIDE3_DATABASE_FILES("job", dir.PATH().string() + "/", failed);
-    EXPECT_FALSE(failed) << ERROR_HANDLING::LAST_MESSAGE();
-    EXPECT_EQ(db.TABLES.TIME_LIST.DATA(), std::vector<float>{format == &V831 ? 12.5F : 0.0F}) << format->NAME;
-    db.CLOSE_TIDE3_DATABASE_FILES();
+    db.open_database_files("job", dir.path().string() + "/", failed);
+    EXPECT_FALSE(failed) << error_handling::last_message();
+    EXPECT_EQ(db.tables.time_list.data(), std::vector<float>{format == &v831 ? 12.5F : 0.0F}) << format->name;
+    db.close_database_files();
   }
 }
 

@@ -12,49 +12,49 @@ namespace {
 
 // Every routine behind the exports, on one number taken as a number and as a
 // row.
-void ASK_ROUTINES(const header::TIDE3_DATABASE_FILES& db, int32_t number) {
+void ask_routines(const header::FormatReader& db, int32_t number) {
   std::array<int32_t, 20> ints{};
   std::array<float, 20> reals{};
   int32_t status = 0;
   for (int32_t kind = 0; kind <= 1; ++kind) {
-    NODE_PROPERTIES(db, number, kind, reals);
-    V861_GETELEMENTPROPERTIES(db, number, kind, 20, ints, reals, status);
+    node_properties(db, number, kind, reals);
+    v861_getelementproperties(db, number, kind, 20, ints, reals, status);
   }
-  V861_GETDISTANCEALONGRISER(db, number, 3, reals[0]);
-  GET_EXTERNAL_FLUID_PROP(db, number, reals[0], reals[1], reals[2]);
-  V861_GETNONLINEARMATERIAL(db, number, 8, reals, status);
+  v861_getdistancealongriser(db, number, 3, reals[0]);
+  get_external_fluid_prop(db, number, reals[0], reals[1], reals[2]);
+  v861_getnonlinearmaterial(db, number, 8, reals, status);
 }
 
 class DamagedJob : public OpenJob {};
 
 TEST_P(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
-  builder::JOB job = NEW_JOB();
-  job.FORCE.PRESENT = false;
-  builder::MODEL& m = job.MODEL;
-  m.NODES = {{.FILE_NUMBER = 10, .USER_NUMBER = 1}, {.FILE_NUMBER = 20, .USER_NUMBER = 2}};
-  m.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 1, .NODES = {10, 20}, .LENGTH = 1.0F},
-                {.FILE_NUMBER = 2, .USER_NUMBER = 5, .NODES = {20, 40}, .LENGTH = -1.0F}};
-  m.AUX_NODES = {{.NUMBER = 7}};
-  m.AUX_ELEMENTS = {{.NUMBER = 3, .NODES = {1, 2}}};
-  m.PIPE_IN_PIPE = {{{1, 2}, {1, 3}}, {{2, 3}, {0, 1}}};
-  m.NONLINEAR_E_TABLES = {{.CURVE = 1, .POINTS = 2}, {}, {.CURVE = 2, .POINTS = 5}};
-  const builder::FILE_IMAGE good = job.IMAGE(builder::FILE_KIND::MOTION);
-  const int64_t header_end = job.WRITTEN_RUN().RESULT_START_RECORD;
+  builder::Job job = new_job();
+  job.force.present = false;
+  builder::Model& m = job.model;
+  m.nodes = {{.file_number = 10, .user_number = 1}, {.file_number = 20, .user_number = 2}};
+  m.elements = {{.file_number = 1, .user_number = 1, .nodes = {10, 20}, .length = 1.0F},
+                {.file_number = 2, .user_number = 5, .nodes = {20, 40}, .length = -1.0F}};
+  m.aux_nodes = {{.number = 7}};
+  m.aux_elements = {{.number = 3, .nodes = {1, 2}}};
+  m.pipe_in_pipe = {{{1, 2}, {1, 3}}, {{2, 3}, {0, 1}}};
+  m.nonlinear_e_tables = {{.curve = 1, .points = 2}, {}, {.curve = 2, .points = 5}};
+  const builder::FileImage good = job.image(builder::FileKind::motion);
+  const int64_t header_end = job.written_run().result_start_record;
   const std::array<int32_t, 9> hostile{0, -1, 1, 2, 3, 40, 2'147'483'647, -2'147'483'647 - 1, 0x7F800001};
   uint32_t seed = 61;
   const auto next = [&seed] { return seed = seed * 1'103'515'245U + 12'345U; };
   int opened = 0;
   for (int round = 0; round < 300; ++round) {
-    builder::FILE_IMAGE image = good;
+    builder::FileImage image = good;
     for (int change = 0; change < 1 + round % 3; ++change) {
       const auto record = static_cast<int64_t>(next() % static_cast<uint32_t>(header_end));
-      image.PUT_INT(record, static_cast<int>(next() % 8) + 1, hostile[next() % hostile.size()]);
+      image.put_int(record, static_cast<int>(next() % 8) + 1, hostile[next() % hostile.size()]);
     }
-    if (round % 4 == 0) image.TRUNCATE(next() % good.BYTES().size());
-    ASSERT_TRUE(image.WRITE(dir.FILE("job.dbm")));
-    opened += OPEN(job, false) ? 1 : 0;
+    if (round % 4 == 0) image.truncate(next() % good.bytes().size());
+    ASSERT_TRUE(image.write(dir.file("job.dbm")));
+    opened += open(job, false) ? 1 : 0;
     // The codes of the good job, whether or not this one opened.
-    int32_t mc = C, fc = 0;
+    int32_t mc = c, fc = 0;
     for (int32_t number = -4; number <= 12; ++number) {
       SCOPED_TRACE(::testing::Message() << "round " << round << ", number " << number);
       std::array<int32_t, 20> ints{};
@@ -64,8 +64,8 @@ TEST_P(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
         const int32_t node = GetNodeProperties(&mc, &fc, &number, &kind, reals.data());
         // A damaged count may give the job more rows than it was written
         // with, and a failed header keeps the tables of the last one.
-        const header::HEADER_TABLES& t = DB().TABLES;
-        EXPECT_TRUE(node >= 0 && node <= std::max(t.NODE_NUMBERS.EXTENT(1), t.AUX_NODE_NUMBERS.EXTENT())) << node;
+        const header::HeaderTables& t = reader().tables;
+        EXPECT_TRUE(node >= 0 && node <= std::max(t.node_numbers.extent(1), t.aux_node_numbers.extent())) << node;
         const int32_t element = GetElementProperties(&mc, &fc, &number, &kind, &n, ints.data(), reals.data());
         EXPECT_TRUE(element == 0 || element == -1) << element;
       }
@@ -76,7 +76,7 @@ TEST_P(DamagedJob, EveryQueryAnswersWithOneOfItsCodes) {
       int32_t capacity = 8;
       const int32_t curve = GetProcessedDirectStressStrainData(&mc, &fc, &number, &capacity, reals.data());
       EXPECT_TRUE(curve == -number || curve >= 0) << curve;
-      EXPECT_NO_THROW(ASK_ROUTINES(DB(), number));
+      EXPECT_NO_THROW(ask_routines(reader(), number));
     }
     // Every output type asked of the damaged job, as a single value of the
     // steps around the job's and as a history, ends in a status.

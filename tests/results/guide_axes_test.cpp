@@ -15,109 +15,109 @@
 namespace tmrdar::results {
 namespace {
 
-using builder::SECTION_KIND;
+using builder::SectionKind;
 using V = std::array<float, 3>;
-using VALUES = std::vector<double>;
-constexpr int32_t NO_STEP = -2'000'000'000;  // a frame before the start of the file
+using Values = std::vector<double>;
+constexpr int32_t no_step = -2'000'000'000;  // a frame before the start of the file
 
 template <typename M>
-VALUES STORED(const M& m) { return VALUES(m.begin(), m.end()); }
+Values stored(const M& m) { return Values(m.begin(), m.end()); }
 // A matrix given by its rows, as it is stored.
-VALUES ROWS(V a, V b, V c) { return {a[0], b[0], c[0], a[1], b[1], c[1], a[2], b[2], c[2]}; }
+Values rows(V a, V b, V c) { return {a[0], b[0], c[0], a[1], b[1], c[1], a[2], b[2], c[2]}; }
 
-class GuideAxes : public WRITTEN_JOB {
+class GuideAxes : public WrittenJob {
  protected:
-  GuideAxes() : WRITTEN_JOB(header::V841) {
-    job.RUN.NUM_TIME_STEPS = 2;
-    job.RUN.OUTPUT_FLAGS[1] = 1;  // velocities alone: the frame opens with them
-    job.MODEL.NODES = {{.FILE_NUMBER = 1}, {.FILE_NUMBER = 2}, {.FILE_NUMBER = 3}};
-    job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 100, .NODES = {1, 2}},
-                          {.FILE_NUMBER = 2, .USER_NUMBER = 200, .NODES = {2, 3}}};
-    job.MODEL.GUIDE_SURFACES.resize(2);
-    job.MODEL.ZERO_GAP_GUIDES.resize(2);
-    job.MODEL.VESSELS.resize(1);
+  GuideAxes() : WrittenJob(header::v841) {
+    job.run.num_time_steps = 2;
+    job.run.output_flags[1] = 1;  // velocities alone: the frame opens with them
+    job.model.nodes = {{.file_number = 1}, {.file_number = 2}, {.file_number = 3}};
+    job.model.elements = {{.file_number = 1, .user_number = 100, .nodes = {1, 2}},
+                          {.file_number = 2, .user_number = 200, .nodes = {2, 3}}};
+    job.model.guide_surfaces.resize(2);
+    job.model.zero_gap_guides.resize(2);
+    job.model.vessels.resize(1);
   }
 };
 
 TEST_F(GuideAxes, EachRoutineAgainstItsWorkedValues) {
   // Guide surface 1 at step 2: origin (0.5, 0, 0), p = (1, 1, 1), q = (1, -1, 0).
   const std::array<float, 9> words{0.5F, 0, 0, 1, 1, 1, 1, -1, 0};
-  for (int32_t k = 1; k <= 9; ++k) job.RESULTS.SET(SECTION_KIND::GUIDE_SURFACE, 2, 1, k, words[k - 1]);
+  for (int32_t k = 1; k <= 9; ++k) job.results.set(SectionKind::guide_surface, 2, 1, k, words[k - 1]);
   // The active flag of node row r is word W - 24 + r of a frame of W words.
-  const builder::FRAME_LAYOUT layout = job.FRAME_SECTIONS(builder::FILE_KIND::MOTION);
-  const int64_t frame = builder::FRAME_WORDS(layout);
-  for (int32_t r = 1; r <= 3; ++r) job.RESULTS.SET(builder::WORD_AT(layout, 2, frame - 24 + r), std::bit_cast<float>(2 - r));
-  OPEN();
-  header::HEADER_TABLES& t = db.TABLES;
+  const builder::FrameLayout layout = job.frame_sections(builder::FileKind::motion);
+  const int64_t frame = builder::frame_words(layout);
+  for (int32_t r = 1; r <= 3; ++r) job.results.set(builder::word_at(layout, 2, frame - 24 + r), std::bit_cast<float>(2 - r));
+  open();
+  header::HeaderTables& t = db.tables;
   bool error = true;
 
-  UPDATE_GUIDE_COORDS_AXES(db, 2, error);
+  update_guide_coords_axes(db, 2, error);
   ASSERT_FALSE(error);
-  VALUES tables, wanted;
+  Values tables, wanted;
   for (int32_t i = 1; i <= 2; ++i) {
     for (int32_t k = 1; k <= 3; ++k) {
-      tables.insert(tables.end(), {t.ORIGIN_TABLE(i, k), t.AXES_TABLE(i, 1, k), t.AXES_TABLE(i, 2, k),
-                                   t.ZGG_ORIGIN(i, k), t.ZGG_DIRECTION(i, k)});
-      wanted.insert(wanted.end(), {AT(SECTION_KIND::GUIDE_SURFACE, 2, i, k), AT(SECTION_KIND::GUIDE_SURFACE, 2, i, 3 + k),
-                                   AT(SECTION_KIND::GUIDE_SURFACE, 2, i, 6 + k), AT(SECTION_KIND::ZERO_GAP_GUIDE, 2, i, k),
-                                   AT(SECTION_KIND::ZERO_GAP_GUIDE, 2, i, 3 + k)});
+      tables.insert(tables.end(), {t.origin_table(i, k), t.axes_table(i, 1, k), t.axes_table(i, 2, k),
+                                   t.zgg_origin(i, k), t.zgg_direction(i, k)});
+      wanted.insert(wanted.end(), {at(SectionKind::guide_surface, 2, i, k), at(SectionKind::guide_surface, 2, i, 3 + k),
+                                   at(SectionKind::guide_surface, 2, i, 6 + k), at(SectionKind::zero_gap_guide, 2, i, k),
+                                   at(SectionKind::zero_gap_guide, 2, i, 3 + k)});
     }
   }
   EXPECT_EQ(tables, wanted);
-  const auto ZGG_AXES = [&](V n) {
-    for (int k = 1; k <= 3; ++k) t.ZGG_DIRECTION(1, k) = n[static_cast<std::size_t>(k - 1)];
-    MATRIX3<float> axes{};
-    EXPECT_TRUE(FORM_ZGG_AXES(db, 1, axes));
-    return STORED(axes);
+  const auto zgg_axes = [&](V n) {
+    for (int k = 1; k <= 3; ++k) t.zgg_direction(1, k) = n[static_cast<std::size_t>(k - 1)];
+    Matrix3<float> axes{};
+    EXPECT_TRUE(form_zgg_axes(db, 1, axes));
+    return stored(axes);
   };
   const double c = std::cos(std::numbers::pi / 2);
   std::array<float, 6> dofs{};
-  VALUES velocities;
-  for (int32_t k = 1; k <= 6; ++k) velocities.push_back(AT(SECTION_KIND::VELOCITY, 2, 3, k));
+  Values velocities;
+  for (int32_t k = 1; k <= 6; ++k) velocities.push_back(at(SectionKind::velocity, 2, 3, k));
 
   const struct {
     const char* routine;
-    std::function<VALUES()> got;
-    VALUES want;
+    std::function<Values()> got;
+    Values want;
   } rows[] = {
       {"FORM_AXES: rows p, q and p x q",
-       [&] { MATRIX3<float> a{}; return FORM_AXES(db, 1, a) ? STORED(a) : VALUES{}; },
+       [&] { Matrix3<float> a{}; return form_axes(db, 1, a) ? stored(a) : Values{}; },
        {1, 1, 1, 1, -1, 1, 1, 0, -2}},
       // p.d summed from component 3 is (-1e8 + 1e8) + 1 = 1; from component 1, 0.
-      {"TRANSFORM", [&] { V p{1.5F, 1e8F, -1e8F}; return TRANSFORM(db, 1, p) && !TRANSFORM(db, 3, p) ? STORED(p) : VALUES{}; },
+      {"TRANSFORM", [&] { V p{1.5F, 1e8F, -1e8F}; return transform(db, 1, p) && !transform(db, 3, p) ? stored(p) : Values{}; },
        {1, -1e8F, 3e8F}},
-      {"FORM_ZGG_AXES: n1 above 1e-20", [&] { return ZGG_AXES({-4, 3, 7}); },
-       ROWS({-4, 3, 7}, {0.6F, 0.8F, 0}, {0 - 7 * 0.8F, 7 * 0.6F, -5})},
-      {"FORM_ZGG_AXES: n1 at 1e-20", [&] { return ZGG_AXES({1e-20F, 4, -3}); },
-       ROWS({1e-20F, 4, -3}, {0, 0.6F, 0.8F}, {5, -(0.8F * 1e-20F), 0.6F * 1e-20F})},
-      {"FORM_ZGG_AXES: n1 and n2 at 1e-20", [&] { return ZGG_AXES({0, 1e-20F, 2}); },
-       ROWS({0, 1e-20F, 2}, {1, 0, 0}, {0, 2, -1e-20F})},
+      {"FORM_ZGG_AXES: n1 above 1e-20", [&] { return zgg_axes({-4, 3, 7}); },
+       rows({-4, 3, 7}, {0.6F, 0.8F, 0}, {0 - 7 * 0.8F, 7 * 0.6F, -5})},
+      {"FORM_ZGG_AXES: n1 at 1e-20", [&] { return zgg_axes({1e-20F, 4, -3}); },
+       rows({1e-20F, 4, -3}, {0, 0.6F, 0.8F}, {5, -(0.8F * 1e-20F), 0.6F * 1e-20F})},
+      {"FORM_ZGG_AXES: n1 and n2 at 1e-20", [&] { return zgg_axes({0, 1e-20F, 2}); },
+       rows({0, 1e-20F, 2}, {1, 0, 0}, {0, 2, -1e-20F})},
       // n = (1, 1, 1), d = (1, 1e8, -1e8): n.d summed from component 1 is 0.
       {"TRANSFORM_ZGG", [&] {
-         ZGG_AXES({1, 1, 1});
-         for (int k = 1; k <= 3; ++k) t.ZGG_ORIGIN(1, k) = 0;
+         zgg_axes({1, 1, 1});
+         for (int k = 1; k <= 3; ++k) t.zgg_origin(1, k) = 0;
          V p{1, 1e8F, -1e8F};
-         return TRANSFORM_ZGG(db, 1, p) && !TRANSFORM_ZGG(db, 8, p) ? VALUES{p[0]} : VALUES{};
+         return transform_zgg(db, 1, p) && !transform_zgg(db, 8, p) ? Values{p[0]} : Values{};
        }, {0}},
-      {"EIGVEC", [&] { MATRIX3<double> m{}; EIGVEC(std::numbers::pi / 2, std::array<double, 3>{0, 0, 2}, m); return STORED(m); },
+      {"EIGVEC", [&] { Matrix3<double> m{}; eigvec(std::numbers::pi / 2, std::array<double, 3>{0, 0, 2}, m); return stored(m); },
        {c, -2, 0, 2, c, 0, 0, 0, 4}},
       {"FIND_ACTIVE_NODE_FLAG of rows 1 to 3, and of a step before the file", [&] {
-         VALUES flags;
-         for (const int32_t step : {2, 2, 2, NO_STEP}) {
+         Values flags;
+         for (const int32_t step : {2, 2, 2, no_step}) {
            int32_t flag = 99;
-           FIND_ACTIVE_NODE_FLAG(db, static_cast<int32_t>(flags.size() % 3) + 1, step, flag, error);
-           flags.push_back(error == (step == NO_STEP) ? flag : 99);
+           find_active_node_flag(db, static_cast<int32_t>(flags.size() % 3) + 1, step, flag, error);
+           flags.push_back(error == (step == no_step) ? flag : 99);
          }
          return flags;
        }, {1, 0, -1, 0}},
-      {"READ_NODE_DOFS", [&] { READ_NODE_DOFS(db, 2, 3, dofs, error); return error ? VALUES{} : STORED(dofs); }, velocities},
-      {"UPDATE_GUIDE_COORDS_AXES before the file", [&] { UPDATE_GUIDE_COORDS_AXES(db, NO_STEP, error); return VALUES{double(error)}; },
+      {"READ_NODE_DOFS", [&] { read_node_dofs(db, 2, 3, dofs, error); return error ? Values{} : stored(dofs); }, velocities},
+      {"UPDATE_GUIDE_COORDS_AXES before the file", [&] { update_guide_coords_axes(db, no_step, error); return Values{double(error)}; },
        {1}},
   };
   for (const auto& row : rows) EXPECT_EQ(row.got(), row.want) << row.routine;
 
-  READ_NODE_DOFS(db, NO_STEP, 1, dofs, error);
-  EXPECT_EQ(std::pair(error, ERROR_HANDLING::LAST_MESSAGE()),
+  read_node_dofs(db, no_step, 1, dofs, error);
+  EXPECT_EQ(std::pair(error, error_handling::last_message()),
             std::pair(true, std::string_view("Error: Database Postprocessing: Unable to read nodal motion results from database.")));
 
   // The first difference from the request is reported.
@@ -135,9 +135,9 @@ TEST_F(GuideAxes, EachRoutineAgainstItsWorkedValues) {
       {same, 2, {1, 2}, "The elements included in the database files do not match those requested."},
   };
   for (const auto& r : requests) {
-    ERROR_HANDLING::ERROR3(false, "", "");
-    EXPECT_EQ(DO_DATABASE_FILES_MATCH_KEYWORD_FILE(db, r.flags, r.count, r.elements), r.message.empty());
-    EXPECT_EQ(ERROR_HANDLING::LAST_MESSAGE(),
+    error_handling::error3(false, "", "");
+    EXPECT_EQ(do_database_files_match_keyword_file(db, r.flags, r.count, r.elements), r.message.empty());
+    EXPECT_EQ(error_handling::last_message(),
               r.message.empty() ? "" : "Error: Database Postprocessing: " + r.message + " You should rerun the analysis.");
   }
 }

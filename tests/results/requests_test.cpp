@@ -8,31 +8,31 @@
 namespace tmrdar::results {
 namespace {
 
-constexpr int32_t STEPS = 3;
+constexpr int32_t steps = 3;
 
-TEST_F(WRITTEN_JOB, HistoriesFillTheirStepsAndStopAtAFailure) {
-  job.RUN.NUM_TIME_STEPS = STEPS;
-  job.MODEL.NODES = {{.FILE_NUMBER = 1, .USER_NUMBER = 10}, {.FILE_NUMBER = 2, .USER_NUMBER = 30}};
-  job.MODEL.ELEMENTS = {{.FILE_NUMBER = 1, .USER_NUMBER = 100, .NODES = {1, 2}}};
-  job.RUN.OUTPUT_FLAGS = {};
-  job.RUN.OUTPUT_FLAGS[0] = job.RUN.OUTPUT_FLAGS[4] = 1;
-  OPEN();
-  std::vector<float> values(STEPS, -1.0F);
+TEST_F(WrittenJob, HistoriesFillTheirStepsAndStopAtAFailure) {
+  job.run.num_time_steps = steps;
+  job.model.nodes = {{.file_number = 1, .user_number = 10}, {.file_number = 2, .user_number = 30}};
+  job.model.elements = {{.file_number = 1, .user_number = 100, .nodes = {1, 2}}};
+  job.run.output_flags = {};
+  job.run.output_flags[0] = job.run.output_flags[4] = 1;
+  open();
+  std::vector<float> values(steps, -1.0F);
   int32_t status = 0;
-  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 6, .PARAMETER = 1, .NODE = 30}, values, status);
-  EXPECT_EQ(std::pair(status, values), std::pair(2048, std::vector<float>(STEPS, 0.0F)));
+  getrequestedhistory(db, {.output_type = 6, .parameter = 1, .node = 30}, values, status);
+  EXPECT_EQ(std::pair(status, values), std::pair(2048, std::vector<float>(steps, 0.0F)));
 
   // Without the force file an element force fails at the first step.
-  job.FORCE.PRESENT = false;
-  OPEN();
-  values.assign(STEPS, -1.0F);
+  job.force.present = false;
+  open();
+  values.assign(steps, -1.0F);
   status = 0;
-  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 17, .PARAMETER = 1, .ELEMENT = 100, .LOCATION = 1}, values, status);
-  EXPECT_EQ(std::pair(status, values), std::pair(16384, std::vector<float>(STEPS, 0.0F)));
+  getrequestedhistory(db, {.output_type = 17, .parameter = 1, .element = 100, .location = 1}, values, status);
+  EXPECT_EQ(std::pair(status, values), std::pair(16384, std::vector<float>(steps, 0.0F)));
 
   std::vector<float> none;
   status = 0;
-  GETREQUESTEDHISTORY(db, {.OUTPUT_TYPE = 5, .PARAMETER = 1, .NODE = 10}, none, status);
+  getrequestedhistory(db, {.output_type = 5, .parameter = 1, .node = 10}, none, status);
   EXPECT_EQ(status, 0);
 }
 

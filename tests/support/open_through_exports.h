@@ -12,7 +12,7 @@ namespace tmrdar::testing {
 
 // GetDatabaseInfo on the files of the stem, with room for every dimension;
 // the version codes of the two files land in `motion` and `force`.
-inline int32_t OPEN_THROUGH_EXPORTS(const std::string& stem, int32_t& motion, int32_t& force) {
+inline int32_t open_through_exports(const std::string& stem, int32_t& motion, int32_t& force) {
   int32_t n = 14;
   std::array<int32_t, 5> words{};
   std::vector<int32_t> dims(14);

@@ -8,18 +8,18 @@
 
 namespace tmrdar::testing {
 
-class SCRATCH_DIR {
+class ScratchDir {
  public:
-  SCRATCH_DIR();
-  ~SCRATCH_DIR();
-  SCRATCH_DIR(const SCRATCH_DIR&) = delete;
-  SCRATCH_DIR& operator=(const SCRATCH_DIR&) = delete;
+  ScratchDir();
+  ~ScratchDir();
+  ScratchDir(const ScratchDir&) = delete;
+  ScratchDir& operator=(const ScratchDir&) = delete;
 
-  const std::filesystem::path& PATH() const { return path_; }
+  const std::filesystem::path& path() const { return path_; }
   // The path of a file in the directory.
-  std::string FILE(std::string_view name) const;
+  std::string file(std::string_view name) const;
   // Writes bytes to a file in the directory and returns its path.
-  std::string WRITE(std::string_view name, std::string_view bytes) const;
+  std::string write(std::string_view name, std::string_view bytes) const;
 
  private:
   std::filesystem::path path_;

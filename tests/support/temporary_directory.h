@@ -9,15 +9,15 @@
 
 namespace tmrdar::testing {
 
-class TEMPORARY_DIRECTORY_SET {
+class TemporaryDirectorySet {
  public:
-  explicit TEMPORARY_DIRECTORY_SET(const std::string& directory) {
+  explicit TemporaryDirectorySet(const std::string& directory) {
     if (const char* old = ::getenv("TMPDIR")) saved_ = old;
     ::setenv("TMPDIR", directory.c_str(), 1);
   }
-  ~TEMPORARY_DIRECTORY_SET() { saved_ ? ::setenv("TMPDIR", saved_->c_str(), 1) : ::unsetenv("TMPDIR"); }
-  TEMPORARY_DIRECTORY_SET(const TEMPORARY_DIRECTORY_SET&) = delete;
-  TEMPORARY_DIRECTORY_SET& operator=(const TEMPORARY_DIRECTORY_SET&) = delete;
+  ~TemporaryDirectorySet() { saved_ ? ::setenv("TMPDIR", saved_->c_str(), 1) : ::unsetenv("TMPDIR"); }
+  TemporaryDirectorySet(const TemporaryDirectorySet&) = delete;
+  TemporaryDirectorySet& operator=(const TemporaryDirectorySet&) = delete;
 
  private:
   std::optional<std::string> saved_;

@@ -18,222 +18,222 @@
 
 namespace {
 
-using tmrdar::testing::FIELDS;
-using tmrdar::testing::LINES;
-using tmrdar::testing::RUN_TOOL;
-using tmrdar::testing::TOOL_RUN;
+using tmrdar::testing::fields_of;
+using tmrdar::testing::lines_of;
+using tmrdar::testing::run_tool;
+using tmrdar::testing::ToolRun;
 
-const std::string JOB = TMRDAR_SAMPLE_JOB;
+const std::string sample_job = TMRDAR_SAMPLE_JOB;
 
-float REAL(const std::string& text) {
+float real_of(const std::string& text) {
   char* end = nullptr;
   const float value = std::strtof(text.c_str(), &end);
   EXPECT_EQ(*end, '\0') << "not a number: " << text;
   return value;
 }
 
-int32_t WHOLE(const std::string& text) { return static_cast<int32_t>(std::stol(text)); }
+int32_t whole(const std::string& text) { return static_cast<int32_t>(std::stol(text)); }
 
 // The rows of a table the tool printed, a vector of fields each, without
 // the column names, which must be `names`.
-std::vector<std::vector<std::string>> ROWS(const TOOL_RUN& run, const std::vector<std::string>& names, bool csv) {
-  EXPECT_EQ(run.STATUS, 0) << run.ERR;
-  EXPECT_EQ(run.ERR, "");
+std::vector<std::vector<std::string>> table_rows(const ToolRun& run, const std::vector<std::string>& names, bool csv) {
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.err, "");
   std::vector<std::vector<std::string>> rows;
-  for (const std::string& line : LINES(run.OUT)) rows.push_back(FIELDS(line, csv ? ',' : ' '));
+  for (const std::string& line : lines_of(run.out)) rows.push_back(fields_of(line, csv ? ',' : ' '));
   EXPECT_EQ(rows.empty() ? std::vector<std::string>() : rows.front(), names);
   if (!rows.empty()) rows.erase(rows.begin());
   for (const auto& row : rows) EXPECT_EQ(row.size(), names.size()) << "a row of " << row.size() << " fields";
   return rows;
 }
 
-// A history as the tool prints it: `tmrdar history JOB <arguments> --csv`.
-struct SERIES {
-  std::vector<float> TIMES;
-  std::vector<float> VALUES;
+// A history as the tool prints it: `tmrdar history job <arguments> --csv`.
+struct Series {
+  std::vector<float> times;
+  std::vector<float> values;
 };
-SERIES HISTORY_OF(const std::vector<std::string>& arguments) {
-  std::vector<std::string> command{"history", JOB};
+Series history_of(const std::vector<std::string>& arguments) {
+  std::vector<std::string> command{"history", sample_job};
   command.insert(command.end(), arguments.begin(), arguments.end());
   command.push_back("--csv");
-  SERIES series;
-  for (const auto& row : ROWS(RUN_TOOL(command), {"step", "time", "value"}, true)) {
+  Series series;
+  for (const auto& row : table_rows(run_tool(command), {"step", "time", "value"}, true)) {
     if (row.size() != 3) continue;
-    EXPECT_EQ(WHOLE(row[0]), static_cast<int32_t>(series.VALUES.size()) + 1);
-    series.TIMES.push_back(REAL(row[1]));
-    series.VALUES.push_back(REAL(row[2]));
+    EXPECT_EQ(whole(row[0]), static_cast<int32_t>(series.values.size()) + 1);
+    series.times.push_back(real_of(row[1]));
+    series.values.push_back(real_of(row[2]));
   }
   return series;
 }
 
-// One value as the tool prints it: `tmrdar value JOB <arguments> --step N`.
-float VALUE_OF(std::vector<std::string> arguments, int32_t step) {
-  arguments.insert(arguments.begin(), {"value", JOB});
+// One value as the tool prints it: `tmrdar value job <arguments> --step N`.
+float value_of(std::vector<std::string> arguments, int32_t step) {
+  arguments.insert(arguments.begin(), {"value", sample_job});
   arguments.insert(arguments.end(), {"--step", std::to_string(step)});
-  const auto rows = ROWS(RUN_TOOL(arguments), {"step", "time", "value"}, false);
+  const auto rows = table_rows(run_tool(arguments), {"step", "time", "value"}, false);
   if (rows.size() != 1 || rows[0].size() != 3) {
     ADD_FAILURE() << "not one value";
     return NAN;
   }
-  EXPECT_EQ(WHOLE(rows[0][0]), step);
-  return REAL(rows[0][2]);
+  EXPECT_EQ(whole(rows[0][0]), step);
+  return real_of(rows[0][2]);
 }
 
 class ToolOnTheSample : public ::testing::Test {
  protected:
-  tmrdar::JOB job{JOB};
+  tmrdar::job job{sample_job};
 };
 
 TEST_F(ToolOnTheSample, InfoTellsFilesFormatTitleDimensionsAndTimeRange) {
-  const std::vector<float> times = job.TIMES();
+  const std::vector<float> times = job.times();
   std::ostringstream range;
   range << times.front() << " to " << times.back();
   const std::string words = "2026 11 21 0 0";
   const std::vector<std::vector<std::string>> expected{
-      {"field", "value"}, {"job", JOB + ".dbm"}, {"motion file", JOB + ".dbm: version code 13 (V861)"},
-      {"motion file words 4-8", words}, {"force file", JOB + ".dbf: version code 13 (V861)"},
-      {"force file words 4-8", words}, {"format", "V861"}, {"title", job.DETAILS().TITLE},
+      {"field", "value"}, {"job", sample_job + ".dbm"}, {"motion file", sample_job + ".dbm: version code 13 (V861)"},
+      {"motion file words 4-8", words}, {"force file", sample_job + ".dbf: version code 13 (V861)"},
+      {"force file words 4-8", words}, {"format", "V861"}, {"title", job.details().title},
       {"analysis detail 1", "2"}, {"analysis detail 2", "1"}, {"analysis detail 3", "1025"},
       {"time steps", std::to_string(times.size())}, {"pipe-in-pipe rows per connection", "0"}, {"elements", "300"},
       {"nodes", "301"}, {"auxiliary elements", "0"}, {"auxiliary nodes", "0"}, {"labels", "3"},
       {"boundary conditions", "2"}, {"guide surfaces", "1"}, {"zero gap guides", "0"},
       {"pipe-in-pipe connections", "0"}, {"pipe-in-pipe reaction entries", "0"}, {"clash pairs", "0"},
       {"stress-strain table rows", "0"}, {"time range", range.str()}};
-  const TOOL_RUN csv = RUN_TOOL({"info", JOB + ".dbm", "--csv"});
+  const ToolRun csv = run_tool({"info", sample_job + ".dbm", "--csv"});
   std::vector<std::vector<std::string>> fields;
-  for (const std::string& line : LINES(csv.OUT)) fields.push_back(FIELDS(line, ','));
-  EXPECT_EQ(fields, expected) << csv.OUT;
+  for (const std::string& line : lines_of(csv.out)) fields.push_back(fields_of(line, ','));
+  EXPECT_EQ(fields, expected) << csv.out;
 }
 
 // Every field of every element, the whole table, is the interface's.
 TEST_F(ToolOnTheSample, ElementsListNodesLengthsAndDistancesAlongTheRiser) {
-  const auto all = ROWS(RUN_TOOL({"elements", JOB, "--all", "--csv"}),
+  const auto all = table_rows(run_tool({"elements", sample_job, "--all", "--csv"}),
                         {"kind", "element",   "row",       "node-1",  "node-2",  "length",  "start", "end", "a8",
                          "b5",   "section-2", "section-4", "fluid-1", "fluid-2", "fluid-3", "b1",    "b2",  "b3",
                          "b4",   "section-3", "a6",        "a7",      "b6",      "b7",      "b8",    "c1"},
                         true);
   ASSERT_EQ(all.size(), 300U);
   for (const auto& row : all) {
-    const int32_t n = WHOLE(row[1]);
-    const tmrdar::ELEMENT_PROPERTIES e = job.ELEMENT(n);
-    const auto F = [](int32_t i) { return static_cast<float>(i); };
+    const int32_t n = whole(row[1]);
+    const tmrdar::element_properties e = job.element(n);
+    const auto f = [](int32_t i) { return static_cast<float>(i); };
     std::vector<float> listed;
-    for (std::size_t i = 2; i < row.size(); ++i) listed.push_back(REAL(row[i]));
+    for (std::size_t i = 2; i < row.size(); ++i) listed.push_back(real_of(row[i]));
     EXPECT_EQ(row[0], "structure");
-    EXPECT_EQ(listed, (std::vector<float>{F(e.ROW), F(e.NODES[0]), F(e.NODES[1]), e.LENGTH,
-                                          job.DISTANCE(n, tmrdar::POSITION::START),
-                                          job.DISTANCE(n, tmrdar::POSITION::END), F(e.A8), F(e.B5), F(e.SECTION_2),
-                                          F(e.SECTION_4), e.EXTERNAL_FLUID[0], e.EXTERNAL_FLUID[1],
-                                          e.EXTERNAL_FLUID[2], e.B1_TO_B4[0], e.B1_TO_B4[1], e.B1_TO_B4[2],
-                                          e.B1_TO_B4[3], e.SECTION_3, e.A6, e.A7, e.B6_TO_B8[0], e.B6_TO_B8[1],
-                                          e.B6_TO_B8[2], e.C1}))
+    EXPECT_EQ(listed, (std::vector<float>{f(e.row), f(e.nodes[0]), f(e.nodes[1]), e.length,
+                                          job.distance(n, tmrdar::position::start),
+                                          job.distance(n, tmrdar::position::end), f(e.a8), f(e.b5), f(e.section_2),
+                                          f(e.section_4), e.external_fluid[0], e.external_fluid[1],
+                                          e.external_fluid[2], e.b1_to_b4[0], e.b1_to_b4[1], e.b1_to_b4[2],
+                                          e.b1_to_b4[3], e.section_3, e.a6, e.a7, e.b6_to_b8[0], e.b6_to_b8[1],
+                                          e.b6_to_b8[2], e.c1}))
         << n;
   }
 }
 
 TEST_F(ToolOnTheSample, ValueByNumberNameOrLabelWithItsTime) {
-  const auto rows = ROWS(RUN_TOOL({"value", JOB, "Displacement", "1", "--node", "12", "--step=400"}),
+  const auto rows = table_rows(run_tool({"value", sample_job, "Displacement", "1", "--node", "12", "--step=400"}),
                          {"step", "time", "value"}, false);
   ASSERT_EQ(rows.size(), 1U);
-  EXPECT_EQ(REAL(rows[0][1]), job.TIMES()[399]);
+  EXPECT_EQ(real_of(rows[0][1]), job.times()[399]);
   // The element label at the stiffener's tip names the end of an element,
   // and the tool asks for that end.
-  tmrdar::REQUEST tip;
-  tip.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::ELEMENT_FORCE;
-  tip.LABEL = "STIFFENER TIP";
-  tmrdar::REQUEST resolved;
-  const float tension = job.VALUE(tip, 250, &resolved);
-  EXPECT_EQ(resolved.POSITION, tmrdar::POSITION::END);
+  tmrdar::request tip;
+  tip.output_type = tmrdar::output_type::element_force;
+  tip.label = "STIFFENER TIP";
+  tmrdar::request resolved;
+  const float tension = job.value(tip, 250, &resolved);
+  EXPECT_EQ(resolved.position, tmrdar::position::end);
   const auto request = [](int32_t type, int32_t subtype, int32_t node, int32_t element, int32_t position) {
-    tmrdar::REQUEST r;
-    r.OUTPUT_TYPE = type, r.SUBTYPE = subtype, r.NODE = node, r.ELEMENT = element, r.POSITION = position;
+    tmrdar::request r;
+    r.output_type = type, r.subtype = subtype, r.node = node, r.element = element, r.position = position;
     return r;
   };
-  const std::string tip_element = std::to_string(resolved.ELEMENT);
+  const std::string tip_element = std::to_string(resolved.element);
   const std::vector<std::tuple<std::vector<std::string>, int32_t, float>> cases{
-      {{"displacement", "1", "--node", "12"}, 400, job.VALUE(request(5, 1, 12, 0, 1), 400)},
-      {{"5", "1", "--node", "12"}, 400, job.VALUE(request(5, 1, 12, 0, 1), 400)},
-      {{"displacement", "2", "--label", "Touchdown"}, 7, job.VALUE(request(5, 2, 301, 0, 1), 7)},
+      {{"displacement", "1", "--node", "12"}, 400, job.value(request(5, 1, 12, 0, 1), 400)},
+      {{"5", "1", "--node", "12"}, 400, job.value(request(5, 1, 12, 0, 1), 400)},
+      {{"displacement", "2", "--label", "Touchdown"}, 7, job.value(request(5, 2, 301, 0, 1), 7)},
       {{"element-force", "1", "--label", "stiffener tip"}, 250, tension},
       {{"element-force", "1", "--element", tip_element, "--position", "3"}, 250, tension}};
-  for (const auto& [arguments, step, value] : cases) EXPECT_EQ(VALUE_OF(arguments, step), value) << arguments[0];
+  for (const auto& [arguments, step, value] : cases) EXPECT_EQ(value_of(arguments, step), value) << arguments[0];
 }
 
 TEST_F(ToolOnTheSample, HistoriesAreTheLibrarysValuesUnchanged) {
-  tmrdar::REQUEST heave;
-  heave.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::DISPLACEMENT;
-  heave.NODE = 1;
-  const SERIES by_label = HISTORY_OF({"displacement", "1", "--label", "HANG-OFF"});
-  EXPECT_EQ(by_label.TIMES, job.TIMES());
-  EXPECT_EQ(by_label.VALUES, job.HISTORY(heave));
+  tmrdar::request heave;
+  heave.output_type = tmrdar::output_type::displacement;
+  heave.node = 1;
+  const Series by_label = history_of({"displacement", "1", "--label", "HANG-OFF"});
+  EXPECT_EQ(by_label.times, job.times());
+  EXPECT_EQ(by_label.values, job.history(heave));
 
   // The stiffener's guide surface entry, by type name or number, moves with
   // the hang-off; --count keeps the first steps, in aligned text.
   for (const auto& [type, c] : {std::pair{"guide-surface", 1}, {"8", 3}}) {
-    heave.SUBTYPE = c;
-    EXPECT_EQ(HISTORY_OF({type, std::to_string(c), "--entry", "1"}).VALUES, job.HISTORY(heave)) << type << c;
+    heave.subtype = c;
+    EXPECT_EQ(history_of({type, std::to_string(c), "--entry", "1"}).values, job.history(heave)) << type << c;
   }
-  heave.SUBTYPE = 1;
-  const auto three = ROWS(RUN_TOOL({"history", JOB, "displacement", "1", "--node", "1", "--count", "3"}),
+  heave.subtype = 1;
+  const auto three = table_rows(run_tool({"history", sample_job, "displacement", "1", "--node", "1", "--count", "3"}),
                           {"step", "time", "value"}, false);
   ASSERT_EQ(three.size(), 3U);
-  for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(REAL(three[i][2]), by_label.VALUES[i]);
+  for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(real_of(three[i][2]), by_label.values[i]);
 }
 
 // The effective tension (element force 1), as a request the interface takes.
-tmrdar::REQUEST TENSION(int32_t element = 0) {
-  tmrdar::REQUEST request;
-  request.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::ELEMENT_FORCE;
-  request.SUBTYPE = tmrdar::ELEMENT_FORCE::SECTION_1;
-  request.ELEMENT = element;
-  request.POSITION = tmrdar::POSITION::START;
+tmrdar::request tension(int32_t element = 0) {
+  tmrdar::request request;
+  request.output_type = tmrdar::output_type::element_force;
+  request.subtype = tmrdar::element_force::section_1;
+  request.element = element;
+  request.position = tmrdar::position::start;
   return request;
 }
 
 // The tool's snapshots, range graphs and statistics are the interface's,
 // whose values the interface's own tests hold against single requests.
 TEST_F(ToolOnTheSample, SnapshotRangeAndStatsAreTheInterfacesAnswers) {
-  const std::vector<tmrdar::SNAPSHOT_POINT> snapshot = job.SNAPSHOT(TENSION(), 400);
-  const auto points = ROWS(RUN_TOOL({"snapshot", JOB, "element-force", "1", "--step", "400"}),
+  const std::vector<tmrdar::snapshot_point> snapshot = job.snapshot(tension(), 400);
+  const auto points = table_rows(run_tool({"snapshot", sample_job, "element-force", "1", "--step", "400"}),
                            {"element", "position", "distance", "value"}, false);
   ASSERT_EQ(points.size(), snapshot.size());
   for (std::size_t i = 0; i < points.size(); ++i) {
-    const tmrdar::SNAPSHOT_POINT& p = snapshot[i];
-    EXPECT_EQ(std::make_tuple(WHOLE(points[i][0]), WHOLE(points[i][1]), REAL(points[i][2]), REAL(points[i][3])),
-              std::make_tuple(p.POINT.ELEMENT, p.POINT.POSITION, p.POINT.DISTANCE, p.VALUE)) << i;
+    const tmrdar::snapshot_point& p = snapshot[i];
+    EXPECT_EQ(std::make_tuple(whole(points[i][0]), whole(points[i][1]), real_of(points[i][2]), real_of(points[i][3])),
+              std::make_tuple(p.point.element, p.point.position, p.point.distance, p.value)) << i;
   }
 
-  const auto nodes = ROWS(RUN_TOOL({"snapshot", JOB, "displacement", "2", "--step", "7", "--csv"}),
+  const auto nodes = table_rows(run_tool({"snapshot", sample_job, "displacement", "2", "--step", "7", "--csv"}),
                           {"node", "distance", "value"}, true);
   EXPECT_EQ(nodes.size(), 301U) << "each node once, from the hang-off to the seabed";
-  const std::vector<tmrdar::RANGE_POINT> graph = job.RANGE_GRAPH(TENSION(), 500, 620);
-  const auto rows = ROWS(RUN_TOOL({"range", JOB, "element-force", "1", "--from", "500", "--to", "620", "--csv"}),
+  const std::vector<tmrdar::range_point> graph = job.range_graph(tension(), 500, 620);
+  const auto rows = table_rows(run_tool({"range", sample_job, "element-force", "1", "--from", "500", "--to", "620", "--csv"}),
                          {"element", "position", "distance", "minimum", "minimum-step", "maximum", "maximum-step",
                           "mean", "standard-deviation"},
                          true);
   ASSERT_EQ(rows.size(), graph.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    const tmrdar::HISTORY_STATISTICS& s = graph[i].STATISTICS;
-    EXPECT_EQ(std::make_tuple(REAL(rows[i][3]), WHOLE(rows[i][4]), REAL(rows[i][5]), WHOLE(rows[i][6]),
+    const tmrdar::history_statistics& s = graph[i].statistics;
+    EXPECT_EQ(std::make_tuple(real_of(rows[i][3]), whole(rows[i][4]), real_of(rows[i][5]), whole(rows[i][6]),
                               std::strtod(rows[i][7].c_str(), nullptr), std::strtod(rows[i][8].c_str(), nullptr)),
-              std::make_tuple(s.MINIMUM, s.MINIMUM_STEP, s.MAXIMUM, s.MAXIMUM_STEP, s.MEAN, s.STANDARD_DEVIATION))
+              std::make_tuple(s.minimum, s.minimum_step, s.maximum, s.maximum_step, s.mean, s.standard_deviation))
         << i;
   }
 
-  const tmrdar::HISTORY_STATISTICS s = job.STATISTICS(TENSION(1), 200, 1000);
-  const auto stats = ROWS(RUN_TOOL({"stats", JOB, "element-force", "1", "--element", "1", "--from", "200", "--csv"}),
+  const tmrdar::history_statistics s = job.statistics(tension(1), 200, 1000);
+  const auto stats = table_rows(run_tool({"stats", sample_job, "element-force", "1", "--element", "1", "--from", "200", "--csv"}),
                           {"first-step", "last-step", "minimum", "minimum-step", "maximum", "maximum-step", "mean",
                            "standard-deviation"},
                           true);
   ASSERT_EQ(stats.size(), 1U);
-  EXPECT_EQ(std::make_tuple(WHOLE(stats[0][0]), WHOLE(stats[0][1]), REAL(stats[0][2]), WHOLE(stats[0][3]),
-                            REAL(stats[0][4]), WHOLE(stats[0][5]), std::strtod(stats[0][6].c_str(), nullptr)),
-            std::make_tuple(200, 1000, s.MINIMUM, s.MINIMUM_STEP, s.MAXIMUM, s.MAXIMUM_STEP, s.MEAN));
+  EXPECT_EQ(std::make_tuple(whole(stats[0][0]), whole(stats[0][1]), real_of(stats[0][2]), whole(stats[0][3]),
+                            real_of(stats[0][4]), whole(stats[0][5]), std::strtod(stats[0][6].c_str(), nullptr)),
+            std::make_tuple(200, 1000, s.minimum, s.minimum_step, s.maximum, s.maximum_step, s.mean));
 }
 
 // The curves of an SVG graph the tool drew, each a list of points in the
 // picture's coordinates (y grows downwards), and whether it has each label.
-std::vector<std::vector<std::pair<double, double>>> CURVES_IN(const std::string& path,
+std::vector<std::vector<std::pair<double, double>>> curves_in(const std::string& path,
                                                               const std::vector<std::string>& labels) {
   std::ifstream in(path);
   const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
@@ -252,19 +252,19 @@ std::vector<std::vector<std::pair<double, double>>> CURVES_IN(const std::string&
 }
 
 TEST_F(ToolOnTheSample, GraphsOfAHistoryAndOfARangeGraph) {
-  tmrdar::testing::SCRATCH_DIR dir;
-  const SERIES top = HISTORY_OF({"element-force", "1", "--element", "1", "--svg", dir.FILE("history.svg")});
-  auto curves = CURVES_IN(dir.FILE("history.svg"), {"time", "element-force 1 of element 1 at position 1"});
+  tmrdar::testing::ScratchDir dir;
+  const Series top = history_of({"element-force", "1", "--element", "1", "--svg", dir.file("history.svg")});
+  auto curves = curves_in(dir.file("history.svg"), {"time", "element-force 1 of element 1 at position 1"});
   ASSERT_EQ(curves.size(), 1U);
-  ASSERT_EQ(curves[0].size(), top.VALUES.size());
+  ASSERT_EQ(curves[0].size(), top.values.size());
   // The highest value is drawn highest.
   const auto lowest_y = [](auto& a, auto& b) { return a.second < b.second; };
   const auto drawn_highest = std::min_element(curves[0].begin(), curves[0].end(), lowest_y) - curves[0].begin();
-  EXPECT_EQ(top.VALUES.at(static_cast<std::size_t>(drawn_highest)),
-            *std::max_element(top.VALUES.begin(), top.VALUES.end()));
+  EXPECT_EQ(top.values.at(static_cast<std::size_t>(drawn_highest)),
+            *std::max_element(top.values.begin(), top.values.end()));
 
-  EXPECT_EQ(RUN_TOOL({"range", JOB, "element-force", "1", "--svg", dir.FILE("range.svg")}).STATUS, 0);
-  curves = CURVES_IN(dir.FILE("range.svg"), {"distance along the riser", "minimum", "maximum", "mean"});
+  EXPECT_EQ(run_tool({"range", job, "element-force", "1", "--svg", dir.file("range.svg")}).status, 0);
+  curves = curves_in(dir.file("range.svg"), {"distance along the riser", "minimum", "maximum", "mean"});
   ASSERT_EQ(curves.size(), 3U);
   for (std::size_t i = 0; i < 900; ++i) {  // the maximum above the mean, the mean above the minimum
     EXPECT_LE(curves[1].at(i).second, curves[2].at(i).second) << i;
@@ -273,16 +273,16 @@ TEST_F(ToolOnTheSample, GraphsOfAHistoryAndOfARangeGraph) {
 }
 
 TEST(ToolHelp, EveryCommandHasItsHelp) {
-  const TOOL_RUN run = RUN_TOOL({"--help"});
-  EXPECT_EQ(run.STATUS, 0);
+  const ToolRun run = run_tool({"--help"});
+  EXPECT_EQ(run.status, 0);
   for (const std::string command :
        {"info", "nodes", "elements", "value", "history", "curve", "stats", "snapshot", "range"}) {
-    EXPECT_NE(run.OUT.find("  " + command + " JOB"), std::string::npos) << command;
+    EXPECT_NE(run.out.find("  " + command + " JOB"), std::string::npos) << command;
     for (const std::vector<std::string>& arguments :
-         std::vector<std::vector<std::string>>{{command, "--help"}, {command, JOB, "-h"}, {"help", command}}) {
-      const TOOL_RUN help = RUN_TOOL(arguments);
-      EXPECT_EQ(std::make_tuple(help.STATUS, help.ERR, help.OUT.rfind("usage: tmrdar " + command + " JOB", 0)),
-                std::make_tuple(0, "", 0U)) << help.OUT;
+         std::vector<std::vector<std::string>>{{command, "--help"}, {command, sample_job, "-h"}, {"help", command}}) {
+      const ToolRun help = run_tool(arguments);
+      EXPECT_EQ(std::make_tuple(help.status, help.err, help.out.rfind("usage: tmrdar " + command + " JOB", 0)),
+                std::make_tuple(0, "", 0U)) << help.out;
     }
   }
 }

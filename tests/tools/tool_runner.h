@@ -6,20 +6,20 @@
 
 namespace tmrdar::testing {
 
-struct TOOL_RUN {
-  int STATUS = -1;  // the exit status; -1 when the tool did not exit by itself
-  std::string OUT;
-  std::string ERR;
+struct ToolRun {
+  int status = -1;  // the exit status; -1 when the tool did not exit by itself
+  std::string out;
+  std::string err;
 };
 
 // Runs the tool with these arguments, its output going to files in a
 // scratch directory.
-TOOL_RUN RUN_TOOL(const std::vector<std::string>& arguments);
+ToolRun run_tool(const std::vector<std::string>& arguments);
 
 // The lines of a text, without their line breaks.
-std::vector<std::string> LINES(const std::string& text);
+std::vector<std::string> lines_of(const std::string& text);
 // The fields of a line of comma-separated values that quotes no field, or
 // the words of a line of aligned text.
-std::vector<std::string> FIELDS(const std::string& line, char separator);
+std::vector<std::string> fields_of(const std::string& line, char separator);
 
 }  // namespace tmrdar::testing

@@ -14,46 +14,46 @@
 namespace tmrdar::chars {
 
 // Length of a field without its trailing blanks.
-constexpr std::size_t LEN_TRIM(std::string_view s) {
+constexpr std::size_t len_trim(std::string_view s) {
   std::size_t n = s.size();
   while (n > 0 && s[n - 1] == ' ') --n;
   return n;
 }
 
 // The field without its trailing blanks.
-constexpr std::string_view TRIM(std::string_view s) { return s.substr(0, LEN_TRIM(s)); }
+constexpr std::string_view trim(std::string_view s) { return s.substr(0, len_trim(s)); }
 
 // True when the field holds nothing but blanks (or nothing at all).
-constexpr bool IS_BLANK(std::string_view s) { return LEN_TRIM(s) == 0; }
+constexpr bool is_blank(std::string_view s) { return len_trim(s) == 0; }
 
 // Copies a value into a fixed field: cut at the field's width, blank padded.
-inline void ASSIGN_PADDED(std::span<char> field, std::string_view value) {
+inline void assign_padded(std::span<char> field, std::string_view value) {
   const std::size_t n = std::min(field.size(), value.size());
   std::copy_n(value.data(), n, field.data());
   std::fill(field.begin() + static_cast<std::ptrdiff_t>(n), field.end(), ' ');
 }
 
 // A character field of N characters, blank when created.
-template <std::size_t N>
-class BLANK_PADDED {
+template <std::size_t n>
+class BlankPadded {
  public:
-  static constexpr std::size_t WIDTH = N;
+  static constexpr std::size_t width = n;
 
-  BLANK_PADDED() { BLANK(); }
-  explicit BLANK_PADDED(std::string_view value) { ASSIGN(value); }
+  BlankPadded() { blank(); }
+  explicit BlankPadded(std::string_view value) { assign(value); }
 
-  void BLANK() { chars_.fill(' '); }
-  void ASSIGN(std::string_view value) { ASSIGN_PADDED(chars_, value); }
+  void blank() { chars_.fill(' '); }
+  void assign(std::string_view value) { assign_padded(chars_, value); }
 
-  std::string_view VIEW() const { return {chars_.data(), N}; }
-  std::string_view TRIMMED() const { return TRIM(VIEW()); }
-  std::span<char, N> SPAN() { return chars_; }
-  char* DATA() { return chars_.data(); }
+  std::string_view view() const { return {chars_.data(), n}; }
+  std::string_view trimmed() const { return trim(view()); }
+  std::span<char, n> span() { return chars_; }
+  char* data() { return chars_.data(); }
 
-  friend bool operator==(const BLANK_PADDED&, const BLANK_PADDED&) = default;
+  friend bool operator==(const BlankPadded&, const BlankPadded&) = default;
 
  private:
-  std::array<char, N> chars_{};
+  std::array<char, n> chars_{};
 };
 
 }  // namespace tmrdar::chars

@@ -8,92 +8,92 @@
 
 #include "core/platform/platform.h"
 
-namespace tmrdar::MOD_FILE {
+namespace tmrdar::record_files {
 namespace {
 
 // The fallback reads this many bytes at a time, from a page boundary.
-constexpr int64_t CHUNK = int64_t{1} << 18;
-constexpr int64_t PAGE = 4096;
+constexpr int64_t chunk = int64_t{1} << 18;
+constexpr int64_t page = 4096;
 
-// The open files, for REFRESH_OPEN_FILES. Never destroyed: the frame's units
+// The open files, for refresh_open_files. Never destroyed: the frame's units
 // are closed when the library is unloaded, after its static objects are gone.
-struct REGISTRY {
-  std::mutex LOCK;
-  std::vector<MAPPED_FILE*> FILES;
+struct Registry {
+  std::mutex lock;
+  std::vector<MappedFile*> files;
 };
-REGISTRY& OPEN_FILES() {
-  static REGISTRY* registry = new REGISTRY();
+Registry& open_files() {
+  static Registry* registry = new Registry();
   return *registry;
 }
 
-void ENLIST(MAPPED_FILE* file) {
-  REGISTRY& r = OPEN_FILES();
-  const std::lock_guard<std::mutex> hold(r.LOCK);
-  r.FILES.push_back(file);
+void enlist(MappedFile* file) {
+  Registry& r = open_files();
+  const std::lock_guard<std::mutex> hold(r.lock);
+  r.files.push_back(file);
 }
 
-void DELIST(MAPPED_FILE* file) {
-  REGISTRY& r = OPEN_FILES();
-  const std::lock_guard<std::mutex> hold(r.LOCK);
-  r.FILES.erase(std::remove(r.FILES.begin(), r.FILES.end(), file), r.FILES.end());
+void delist(MappedFile* file) {
+  Registry& r = open_files();
+  const std::lock_guard<std::mutex> hold(r.lock);
+  r.files.erase(std::remove(r.files.begin(), r.files.end(), file), r.files.end());
 }
 
 }  // namespace
 
-bool MAPPED_FILE::OPEN(const std::string& path) {
-  CLOSE();
-  const int descriptor = platform::OPEN_FOR_READING(path);
+bool MappedFile::open(const std::string& path) {
+  close();
+  const int descriptor = platform::open_for_reading(path);
   if (descriptor < 0) return false;
-  const std::optional<platform::FILE_FACTS> facts = platform::DESCRIPTOR_FACTS(descriptor);
-  if (!facts || facts->DIRECTORY) {
-    platform::CLOSE_DESCRIPTOR(descriptor);
+  const std::optional<platform::FileFacts> facts = platform::descriptor_facts(descriptor);
+  if (!facts || facts->directory) {
+    platform::close_descriptor(descriptor);
     return false;
   }
   descriptor_ = descriptor;
-  regular_ = facts->REGULAR;
-  size_ = regular_ ? facts->SIZE : 0;
-  MAP();
-  ENLIST(this);
+  regular_ = facts->regular;
+  size_ = regular_ ? facts->size : 0;
+  map();
+  enlist(this);
   return true;
 }
 
-bool MAPPED_FILE::CLOSE() {
+bool MappedFile::close() {
   if (descriptor_ < 0) return true;
-  DELIST(this);
-  UNMAP();
+  delist(this);
+  unmap();
   window_.reset();
   window_length_ = 0;
-  const bool closed = platform::CLOSE_DESCRIPTOR(descriptor_);
+  const bool closed = platform::close_descriptor(descriptor_);
   descriptor_ = -1;
   regular_ = false;
   size_ = 0;
   return closed;
 }
 
-void MAPPED_FILE::MAP() {
+void MappedFile::map() {
   window_length_ = 0;
-  if (!regular_ || size_ <= 0 || platform::MAPPING_DISABLED()) return;
-  map_ = platform::MAP_READ_ONLY(descriptor_, size_);
+  if (!regular_ || size_ <= 0 || platform::mapping_disabled()) return;
+  map_ = platform::map_read_only(descriptor_, size_);
   mapped_size_ = map_ != nullptr ? size_ : 0;
 }
 
-void MAPPED_FILE::UNMAP() {
-  platform::UNMAP(map_, mapped_size_);
+void MappedFile::unmap() {
+  platform::unmap(map_, mapped_size_);
   map_ = nullptr;
   mapped_size_ = 0;
 }
 
-void MAPPED_FILE::REFRESH() {
+void MappedFile::refresh() {
   if (descriptor_ < 0 || !regular_) return;
-  const std::optional<platform::FILE_FACTS> facts = platform::DESCRIPTOR_FACTS(descriptor_);
+  const std::optional<platform::FileFacts> facts = platform::descriptor_facts(descriptor_);
   if (!facts) return;
-  if (facts->SIZE == size_) return;
-  UNMAP();
-  size_ = facts->SIZE;
-  MAP();
+  if (facts->size == size_) return;
+  unmap();
+  size_ = facts->size;
+  map();
 }
 
-int64_t MAPPED_FILE::READ_SLOW(int64_t offset, std::byte* bytes, int64_t count) {
+int64_t MappedFile::read_slow(int64_t offset, std::byte* bytes, int64_t count) {
   if (descriptor_ < 0 || offset < 0) return -1;
   if (count <= 0) return 0;
   // A regular file ends at the size last seen; anything else where its reads end.
@@ -104,14 +104,14 @@ int64_t MAPPED_FILE::READ_SLOW(int64_t offset, std::byte* bytes, int64_t count) 
     std::memcpy(bytes, map_ + offset, static_cast<std::size_t>(wanted));
     return wanted;
   }
-  if (wanted > CHUNK / 2) return platform::READ_AT_OFFSET(descriptor_, bytes, wanted, offset);
+  if (wanted > chunk / 2) return platform::read_at_offset(descriptor_, bytes, wanted, offset);
   const bool inside = offset >= window_start_ && offset + wanted <= window_start_ + window_length_;
   // A window shorter than a chunk ended at the end of the file when it was read.
-  const bool at_end = window_length_ < CHUNK && offset >= window_start_ && offset < window_start_ + window_length_;
+  const bool at_end = window_length_ < chunk && offset >= window_start_ && offset < window_start_ + window_length_;
   if (!inside && !at_end) {
-    if (!window_) window_ = std::make_unique<std::byte[]>(static_cast<std::size_t>(CHUNK));
-    window_start_ = offset - offset % PAGE;
-    const int64_t got = platform::READ_AT_OFFSET(descriptor_, window_.get(), CHUNK, window_start_);
+    if (!window_) window_ = std::make_unique<std::byte[]>(static_cast<std::size_t>(chunk));
+    window_start_ = offset - offset % page;
+    const int64_t got = platform::read_at_offset(descriptor_, window_.get(), chunk, window_start_);
     if (got < 0) {
       window_length_ = 0;
       return -1;
@@ -123,10 +123,10 @@ int64_t MAPPED_FILE::READ_SLOW(int64_t offset, std::byte* bytes, int64_t count) 
   return held;
 }
 
-void REFRESH_OPEN_FILES() {
-  REGISTRY& r = OPEN_FILES();
-  const std::lock_guard<std::mutex> hold(r.LOCK);
-  for (MAPPED_FILE* file : r.FILES) file->REFRESH();
+void refresh_open_files() {
+  Registry& r = open_files();
+  const std::lock_guard<std::mutex> hold(r.lock);
+  for (MappedFile* file : r.files) file->refresh();
 }
 
-}  // namespace tmrdar::MOD_FILE
+}  // namespace tmrdar::record_files

@@ -4,7 +4,7 @@
 // file, a file system that refuses, or TMRDAR_NO_MMAP=1) is read by
 // descriptor in large chunks through a window of its bytes.
 //
-// The size of a regular file is taken at open and again by REFRESH, which
+// The size of a regular file is taken at open and again by refresh, which
 // every export runs for every open file before it does anything else; a read
 // never reaches past the size last seen, so a file cut short by another
 // program reads as the shorter file from the next export on.
@@ -16,45 +16,45 @@
 #include <memory>
 #include <string>
 
-namespace tmrdar::MOD_FILE {
+namespace tmrdar::record_files {
 
-class MAPPED_FILE {
+class MappedFile {
  public:
-  MAPPED_FILE() = default;
-  ~MAPPED_FILE() { CLOSE(); }
-  MAPPED_FILE(const MAPPED_FILE&) = delete;
-  MAPPED_FILE& operator=(const MAPPED_FILE&) = delete;
+  MappedFile() = default;
+  ~MappedFile() { close(); }
+  MappedFile(const MappedFile&) = delete;
+  MappedFile& operator=(const MappedFile&) = delete;
 
   // Opens an existing file that is no directory; false when it cannot be had.
-  bool OPEN(const std::string& path);
+  bool open(const std::string& path);
   // Closes; false only when closing the descriptor failed.
-  bool CLOSE();
-  bool IS_OPEN() const { return descriptor_ >= 0; }
-  bool IS_REGULAR() const { return regular_; }
-  // Size in bytes as last seen (at open or by REFRESH); 0 for a file that is
+  bool close();
+  bool is_open() const { return descriptor_ >= 0; }
+  bool is_regular() const { return regular_; }
+  // Size in bytes as last seen (at open or by refresh); 0 for a file that is
   // not regular.
-  int64_t SIZE() const { return size_; }
+  int64_t size() const { return size_; }
   // Takes the size anew; a file whose size changed is mapped again at its new
   // size, or read by descriptor when the mapping is refused.
-  void REFRESH();
+  void refresh();
 
   // Copies the bytes from `offset` (from 0) on, as many of `count` as the
   // file holds; returns how many, or -1 when a read by descriptor failed.
-  int64_t READ(int64_t offset, std::byte* bytes, int64_t count) {
+  int64_t read(int64_t offset, std::byte* bytes, int64_t count) {
     // The common case inline: a mapped file and bytes it holds.
     if (map_ != nullptr && offset >= 0 && count >= 0 && count <= size_ - offset) {
       std::memcpy(bytes, map_ + offset, static_cast<std::size_t>(count));
       return count;
     }
-    return READ_SLOW(offset, bytes, count);
+    return read_slow(offset, bytes, count);
   }
-  // The file's bytes, SIZE() of them, when it is mapped; nullptr otherwise.
-  const std::byte* DATA() const { return map_; }
+  // The file's bytes, size() of them, when it is mapped; nullptr otherwise.
+  const std::byte* data() const { return map_; }
 
  private:
-  int64_t READ_SLOW(int64_t offset, std::byte* bytes, int64_t count);
-  void MAP();
-  void UNMAP();
+  int64_t read_slow(int64_t offset, std::byte* bytes, int64_t count);
+  void map();
+  void unmap();
 
   int descriptor_ = -1;
   bool regular_ = false;
@@ -69,6 +69,6 @@ class MAPPED_FILE {
 
 // Refreshes every open mapped file. The exports call it first, under the
 // library's lock.
-void REFRESH_OPEN_FILES();
+void refresh_open_files();
 
-}  // namespace tmrdar::MOD_FILE
+}  // namespace tmrdar::record_files

@@ -1,5 +1,5 @@
 // Products of matrices stored with the first index fastest, in 32-bit reals
-// (GMPRD, GTPRD) and in 64-bit reals (DGMPRD, DGTPRD). Each element is a sum
+// (gmprd, gtprd) and in 64-bit reals (dgmprd, dgtprd). Each element is a sum
 // of products from 0, in the routine's own precision, taken in order of the
 // summed index.
 //
@@ -17,13 +17,13 @@ namespace tmrdar {
 // n rows and l columns, is cleared first; element (i, k) is then the sum of
 // A(i, j) B(j, k) over j from 1 to m. With n or l of 0 or less nothing is
 // written, and with m of 0 or less R is left cleared.
-bool GMPRD(std::span<const float> a, std::span<const float> b, std::span<float> r, int32_t n, int32_t m, int32_t l);
-bool DGMPRD(std::span<const double> a, std::span<const double> b, std::span<double> r, int32_t n, int32_t m, int32_t l);
+bool gmprd(std::span<const float> a, std::span<const float> b, std::span<float> r, int32_t n, int32_t m, int32_t l);
+bool dgmprd(std::span<const double> a, std::span<const double> b, std::span<double> r, int32_t n, int32_t m, int32_t l);
 
 // R = A^T B for A of n rows and m columns and B of n rows and l columns. R
 // has m rows and l columns; element (j, k) is the sum of A(i, j) B(i, k) over
 // i from 1 to n, from 0, so with n of 0 or less R is all 0.
-bool GTPRD(std::span<const float> a, std::span<const float> b, std::span<float> r, int32_t n, int32_t m, int32_t l);
-bool DGTPRD(std::span<const double> a, std::span<const double> b, std::span<double> r, int32_t n, int32_t m, int32_t l);
+bool gtprd(std::span<const float> a, std::span<const float> b, std::span<float> r, int32_t n, int32_t m, int32_t l);
+bool dgtprd(std::span<const double> a, std::span<const double> b, std::span<double> r, int32_t n, int32_t m, int32_t l);
 
 }  // namespace tmrdar

@@ -6,13 +6,13 @@
 
 namespace tmrdar {
 
-void REMOVE_TRAILING_CHAR(std::string_view string, char c, std::span<char> out) {
-  std::size_t length = chars::LEN_TRIM(string);
+void remove_trailing_char(std::string_view string, char c, std::span<char> out) {
+  std::size_t length = chars::len_trim(string);
   while (length > 0 && string[length - 1] == c) --length;
-  chars::ASSIGN_PADDED(out, string.substr(0, length));
+  chars::assign_padded(out, string.substr(0, length));
 }
 
-void SCHARTOCHAR(int32_t n, std::span<const signed char> bytes, std::span<char> out) {
+void schartochar(int32_t n, std::span<const signed char> bytes, std::span<char> out) {
   std::fill(out.begin(), out.end(), ' ');
   const std::size_t count =
       n <= 0 ? 0 : std::min({static_cast<std::size_t>(n), bytes.size(), out.size()});

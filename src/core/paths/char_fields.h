@@ -10,11 +10,11 @@ namespace tmrdar {
 // Copies the string, less its trailing blanks and then every trailing
 // occurrence of the character, into the blank-padded output, cut at its
 // width. A string of nothing but that character gives a blank output.
-void REMOVE_TRAILING_CHAR(std::string_view string, char c, std::span<char> out);
+void remove_trailing_char(std::string_view string, char c, std::span<char> out);
 
 // Blanks the output and copies each of the first n bytes that is positive as
 // a signed byte to its place; zero bytes and bytes from 128 up leave a
 // blank. n is bounded by both arrays.
-void SCHARTOCHAR(int32_t n, std::span<const signed char> bytes, std::span<char> out);
+void schartochar(int32_t n, std::span<const signed char> bytes, std::span<char> out);
 
 }  // namespace tmrdar

@@ -14,30 +14,30 @@ namespace tmrdar {
 
 // The full path of the wide path, up to its zero, into the first n units of
 // `full`. The length is that of the path without its zero.
-void GETFULLLONGUNICODEPATHWW(std::u16string_view path, std::span<char16_t> full, int32_t n,
+void getfulllongunicodepathww(std::u16string_view path, std::span<char16_t> full, int32_t n,
                               int32_t& length, bool& failed);
 
-// The same for a UTF-8 path, first turned wide by MULTIBYTETOWIDE, so that a
+// The same for a UTF-8 path, first turned wide by multibytetowide, so that a
 // character from U+8000 on ends the path there.
-void GETFULLLONGUNICODEPATHAW(std::string_view path, std::span<char16_t> full, int32_t n,
+void getfulllongunicodepathaw(std::string_view path, std::span<char16_t> full, int32_t n,
                               int32_t& length, bool& failed);
 
 // The full path of a UTF-8 path as UTF-8 with its zero, both the wide form
 // and the bytes bounded by the capacity. The first 32767 bytes of the output
 // are cleared.
-void TMRFULLPATHAA(std::string_view path, std::span<char> full, int32_t capacity, bool& failed);
+void tmrfullpathaa(std::string_view path, std::span<char> full, int32_t capacity, bool& failed);
 
-// GETFULLLONGUNICODEPATHAW with a capacity of 32767.
-void TMRFULLPATHAW(std::string_view path, std::span<char16_t> full, int32_t& length, bool& failed);
+// getfulllongunicodepathaw with a capacity of 32767.
+void tmrfullpathaw(std::string_view path, std::span<char16_t> full, int32_t& length, bool& failed);
 
 // Makes the full path of the wide path the current directory.
-void TMRCHANGEDIRW(std::u16string_view path, bool& failed);
+void tmrchangedirw(std::u16string_view path, bool& failed);
 
 // The same for a blank-padded UTF-8 string.
-void TMRCHANGEDIRA(std::string_view path, bool& failed);
+void tmrchangedira(std::string_view path, bool& failed);
 
 // The current directory with its zero; the length is without the zero. The
 // first 32767 units of the output are cleared.
-void TMRGETCURRENTDIRW(std::span<char16_t> directory, int32_t& length, bool& failed);
+void tmrgetcurrentdirw(std::span<char16_t> directory, int32_t& length, bool& failed);
 
 }  // namespace tmrdar

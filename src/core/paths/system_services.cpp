@@ -8,21 +8,21 @@
 
 namespace tmrdar {
 
-void GET_TEMPORARY_FILE(std::span<char> name, bool& failed) {
-  chars::ASSIGN_PADDED(name, {});
-  const std::optional<std::string> created = platform::CREATE_TEMPORARY_FILE("td3");
+void get_temporary_file(std::span<char> name, bool& failed) {
+  chars::assign_padded(name, {});
+  const std::optional<std::string> created = platform::create_temporary_file("td3");
   failed = !created;
   if (failed) return;
-  if (created->size() > TEMPORARY_NAME_WIDTH) {
-    platform::DELETE_FILE(*created);
+  if (created->size() > temporary_name_width) {
+    platform::delete_file(*created);
     failed = true;
     return;
   }
-  chars::ASSIGN_PADDED(name, *created);
+  chars::assign_padded(name, *created);
 }
 
-void SET_MODE() { platform::CLEAR_CONSOLE(); }
+void set_mode() { platform::clear_console(); }
 
-void SETCUR(int32_t row, int32_t column) { platform::SET_CONSOLE_CURSOR(row, column); }
+void setcur(int32_t row, int32_t column) { platform::set_console_cursor(row, column); }
 
 }  // namespace tmrdar

@@ -5,11 +5,11 @@
 namespace tmrdar {
 namespace {
 
-constexpr char32_t REPLACEMENT = 0xFFFD;
+constexpr char32_t replacement = 0xFFFD;
 // Lengths are 32-bit counts.
-constexpr std::size_t PATH_LENGTH_LIMIT = 0x7FFFFFFF;
+constexpr std::size_t path_length_limit = 0x7FFFFFFF;
 
-void APPEND_UTF16(std::u16string& out, char32_t c) {
+void append_utf16(std::u16string& out, char32_t c) {
   if (c < 0x10000) {
     out.push_back(static_cast<char16_t>(c));
   } else {
@@ -19,7 +19,7 @@ void APPEND_UTF16(std::u16string& out, char32_t c) {
   }
 }
 
-void APPEND_UTF8(std::string& out, char32_t c) {
+void append_utf8(std::string& out, char32_t c) {
   if (c < 0x80) {
     out.push_back(static_cast<char>(c));
   } else if (c < 0x800) {
@@ -39,11 +39,11 @@ void APPEND_UTF8(std::string& out, char32_t c) {
 
 }  // namespace
 
-std::string_view UP_TO_ZERO(std::string_view text) { return text.substr(0, text.find('\0')); }
+std::string_view up_to_zero(std::string_view text) { return text.substr(0, text.find('\0')); }
 
-std::u16string_view UP_TO_ZERO(std::u16string_view text) { return text.substr(0, text.find(u'\0')); }
+std::u16string_view up_to_zero(std::u16string_view text) { return text.substr(0, text.find(u'\0')); }
 
-std::u16string UTF8_TO_UTF16(std::string_view utf8) {
+std::u16string utf8_to_utf16(std::string_view utf8) {
   std::u16string out;
   out.reserve(utf8.size());
   std::size_t i = 0;
@@ -74,7 +74,7 @@ std::u16string UTF8_TO_UTF16(std::string_view utf8) {
       if (lead == 0xF0) low = 0x90;
       if (lead == 0xF4) high = 0x8F;
     } else {
-      out.push_back(static_cast<char16_t>(REPLACEMENT));
+      out.push_back(static_cast<char16_t>(replacement));
       ++i;
       continue;
     }
@@ -95,13 +95,13 @@ std::u16string UTF8_TO_UTF16(std::string_view utf8) {
       low = 0x80;
       high = 0xBF;
     }
-    APPEND_UTF16(out, complete ? c : REPLACEMENT);
+    append_utf16(out, complete ? c : replacement);
     i += taken;
   }
   return out;
 }
 
-std::string UTF16_TO_UTF8(std::u16string_view utf16) {
+std::string utf16_to_utf8(std::u16string_view utf16) {
   std::string out;
   out.reserve(utf16.size());
   for (std::size_t i = 0; i < utf16.size(); ++i) {
@@ -112,19 +112,19 @@ std::string UTF16_TO_UTF8(std::u16string_view utf16) {
       c = 0x10000 + ((char32_t{unit} - 0xD800) << 10) + (char32_t{utf16[i + 1]} - 0xDC00);
       ++i;
     } else if (unit >= 0xD800 && unit <= 0xDFFF) {
-      c = REPLACEMENT;
+      c = replacement;
     }
-    APPEND_UTF8(out, c);
+    append_utf8(out, c);
   }
   return out;
 }
 
-void MULTIBYTETOWIDE(std::string_view utf8, std::span<char16_t> wide, int32_t& length, bool& failed) {
+void multibytetowide(std::string_view utf8, std::span<char16_t> wide, int32_t& length, bool& failed) {
   failed = false;
   length = 0;
-  const std::u16string converted = UTF8_TO_UTF16(UP_TO_ZERO(utf8));
-  std::fill_n(wide.begin(), std::min(wide.size(), PATH_BUFFER_UNITS), u'\0');
-  if (converted.size() + 1 > wide.size() || converted.size() >= PATH_LENGTH_LIMIT) {
+  const std::u16string converted = utf8_to_utf16(up_to_zero(utf8));
+  std::fill_n(wide.begin(), std::min(wide.size(), path_buffer_units), u'\0');
+  if (converted.size() + 1 > wide.size() || converted.size() >= path_length_limit) {
     failed = true;
     return;
   }
@@ -137,10 +137,10 @@ void MULTIBYTETOWIDE(std::string_view utf8, std::span<char16_t> wide, int32_t& l
   }
 }
 
-void WIDETOMULTIBYTE(int32_t n, std::u16string_view wide, std::span<char> bytes) {
+void widetomultibyte(int32_t n, std::u16string_view wide, std::span<char> bytes) {
   const std::size_t capacity = n <= 0 ? 0 : std::min(static_cast<std::size_t>(n), bytes.size());
   std::fill_n(bytes.begin(), capacity, '\0');
-  const std::string converted = UTF16_TO_UTF8(UP_TO_ZERO(wide));
+  const std::string converted = utf16_to_utf8(up_to_zero(wide));
   if (converted.size() + 1 > capacity) return;
   std::copy(converted.begin(), converted.end(), bytes.begin());
 }

@@ -10,17 +10,17 @@
 namespace tmrdar {
 
 // The wide characters a path buffer holds.
-inline constexpr std::size_t PATH_BUFFER_UNITS = 32767;
+inline constexpr std::size_t path_buffer_units = 32767;
 
 // The text up to its first zero, or all of it when it has none.
-std::string_view UP_TO_ZERO(std::string_view text);
-std::u16string_view UP_TO_ZERO(std::u16string_view text);
+std::string_view up_to_zero(std::string_view text);
+std::u16string_view up_to_zero(std::u16string_view text);
 
 // Lossless conversions. A byte sequence that is not UTF-8 becomes one
 // U+FFFD for each maximal ill-formed part; an unpaired surrogate unit is
 // written as U+FFFD.
-std::u16string UTF8_TO_UTF16(std::string_view utf8);
-std::string UTF16_TO_UTF8(std::u16string_view utf16);
+std::u16string utf8_to_utf16(std::string_view utf8);
+std::string utf16_to_utf8(std::u16string_view utf16);
 
 // Converts the UTF-8 string, up to its zero, to a wide string with its zero.
 // The length is the count of units written, the zero included. The first
@@ -28,11 +28,11 @@ std::string UTF16_TO_UTF8(std::u16string_view utf16);
 // is then replaced by 0, so that characters from U+8000 on, and all that
 // need two units, end the string there. Fails, with a length of 0, when the
 // output cannot hold the result.
-void MULTIBYTETOWIDE(std::string_view utf8, std::span<char16_t> wide, int32_t& length, bool& failed);
+void multibytetowide(std::string_view utf8, std::span<char16_t> wide, int32_t& length, bool& failed);
 
 // Clears n bytes of the output and writes the wide string, up to its zero, as
 // UTF-8 with a zero byte. When that does not fit in n bytes nothing is
 // written. n is bounded by the output's size.
-void WIDETOMULTIBYTE(int32_t n, std::u16string_view wide, std::span<char> bytes);
+void widetomultibyte(int32_t n, std::u16string_view wide, std::span<char> bytes);
 
 }  // namespace tmrdar

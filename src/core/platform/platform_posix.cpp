@@ -16,7 +16,7 @@
 
 namespace tmrdar::platform {
 
-std::optional<std::string> CURRENT_DIRECTORY() {
+std::optional<std::string> current_directory() {
   std::vector<char> buffer(4096);
   for (;;) {
     if (::getcwd(buffer.data(), buffer.size()) != nullptr) return std::string(buffer.data());
@@ -25,26 +25,26 @@ std::optional<std::string> CURRENT_DIRECTORY() {
   }
 }
 
-bool PATH_EXISTS(const std::string& path) {
+bool path_exists(const std::string& path) {
   struct stat info {};
   return ::stat(path.c_str(), &info) == 0;
 }
 
-bool IS_DIRECTORY(const std::string& path) {
+bool is_directory(const std::string& path) {
   struct stat info {};
   return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
-std::string TEMPORARY_DIRECTORY() {
+std::string temporary_directory() {
   const char* tmpdir = std::getenv("TMPDIR");
   std::string directory = (tmpdir != nullptr && *tmpdir != '\0') ? tmpdir : "/tmp";
-  while (directory.size() > 1 && directory.back() == PATH_SEPARATOR) directory.pop_back();
+  while (directory.size() > 1 && directory.back() == path_separator) directory.pop_back();
   return directory;
 }
 
-std::optional<std::string> CREATE_TEMPORARY_FILE(std::string_view prefix) {
-  std::string name = TEMPORARY_DIRECTORY();
-  name.push_back(PATH_SEPARATOR);
+std::optional<std::string> create_temporary_file(std::string_view prefix) {
+  std::string name = temporary_directory();
+  name.push_back(path_separator);
   name.append(prefix).append("XXXXXX");
   const int descriptor = ::mkstemp(name.data());
   if (descriptor < 0) return std::nullopt;
@@ -52,37 +52,37 @@ std::optional<std::string> CREATE_TEMPORARY_FILE(std::string_view prefix) {
   return name;
 }
 
-bool DELETE_FILE(const std::string& path) { return std::remove(path.c_str()) == 0; }
+bool delete_file(const std::string& path) { return std::remove(path.c_str()) == 0; }
 
-bool CHANGE_DIRECTORY(const std::string& path) { return ::chdir(path.c_str()) == 0; }
+bool change_directory(const std::string& path) { return ::chdir(path.c_str()) == 0; }
 
-bool STANDARD_OUTPUT_IS_TERMINAL() { return ::isatty(STDOUT_FILENO) == 1; }
+bool standard_output_is_terminal() { return ::isatty(STDOUT_FILENO) == 1; }
 
 namespace {
 
 // Writes a control sequence through the standard output stream, so that it
 // keeps its place among what the program has written there before.
-void WRITE_TO_TERMINAL(const std::string& sequence) {
+void write_to_terminal(const std::string& sequence) {
   std::fwrite(sequence.data(), 1, sequence.size(), stdout);
   std::fflush(stdout);
 }
 
 }  // namespace
 
-void CLEAR_CONSOLE() {
-  if (!STANDARD_OUTPUT_IS_TERMINAL()) return;
-  WRITE_TO_TERMINAL("\x1b[2J\x1b[H");  // erase the whole display, cursor home
+void clear_console() {
+  if (!standard_output_is_terminal()) return;
+  write_to_terminal("\x1b[2J\x1b[H");  // erase the whole display, cursor home
 }
 
-void SET_CONSOLE_CURSOR(int32_t row, int32_t column) {
-  constexpr int32_t LIMIT = 32767;  // the console's coordinates are 16-bit
-  if (row < 0 || row > LIMIT || column < 0 || column > LIMIT) return;
-  if (!STANDARD_OUTPUT_IS_TERMINAL()) return;
+void set_console_cursor(int32_t row, int32_t column) {
+  constexpr int32_t limit = 32767;  // the console's coordinates are 16-bit
+  if (row < 0 || row > limit || column < 0 || column > limit) return;
+  if (!standard_output_is_terminal()) return;
   // The terminal counts rows and columns from 1.
-  WRITE_TO_TERMINAL("\x1b[" + std::to_string(row + 1) + ";" + std::to_string(column + 1) + "H");
+  write_to_terminal("\x1b[" + std::to_string(row + 1) + ";" + std::to_string(column + 1) + "H");
 }
 
-std::vector<std::string> COMMAND_ARGUMENTS() {
+std::vector<std::string> command_arguments() {
   // The kernel keeps the arguments as a sequence of zero-ended strings.
   std::ifstream in("/proc/self/cmdline", std::ios::binary);
   if (!in) return {};
@@ -98,7 +98,7 @@ std::vector<std::string> COMMAND_ARGUMENTS() {
   return arguments;
 }
 
-int OPEN_FOR_READING(const std::string& path) {
+int open_for_reading(const std::string& path) {
   int descriptor = -1;
   do {
     descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -106,27 +106,27 @@ int OPEN_FOR_READING(const std::string& path) {
   return descriptor;
 }
 
-bool CLOSE_DESCRIPTOR(int descriptor) { return ::close(descriptor) == 0; }
+bool close_descriptor(int descriptor) { return ::close(descriptor) == 0; }
 
-std::optional<FILE_FACTS> DESCRIPTOR_FACTS(int descriptor) {
+std::optional<FileFacts> descriptor_facts(int descriptor) {
   struct stat info {};
   if (::fstat(descriptor, &info) != 0) return std::nullopt;
-  return FILE_FACTS{.SIZE = static_cast<int64_t>(info.st_size),
-                    .REGULAR = S_ISREG(info.st_mode),
-                    .DIRECTORY = S_ISDIR(info.st_mode)};
+  return FileFacts{.size = static_cast<int64_t>(info.st_size),
+                    .regular = S_ISREG(info.st_mode),
+                    .directory = S_ISDIR(info.st_mode)};
 }
 
-const std::byte* MAP_READ_ONLY(int descriptor, int64_t size) {
+const std::byte* map_read_only(int descriptor, int64_t size) {
   if (size <= 0 || static_cast<uint64_t>(size) > SIZE_MAX) return nullptr;
   void* bytes = ::mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, descriptor, 0);
   return bytes == MAP_FAILED ? nullptr : static_cast<const std::byte*>(bytes);
 }
 
-void UNMAP(const std::byte* bytes, int64_t size) {
+void unmap(const std::byte* bytes, int64_t size) {
   if (bytes != nullptr) ::munmap(const_cast<std::byte*>(bytes), static_cast<std::size_t>(size));
 }
 
-int64_t READ_AT_OFFSET(int descriptor, std::byte* bytes, int64_t count, int64_t offset) {
+int64_t read_at_offset(int descriptor, std::byte* bytes, int64_t count, int64_t offset) {
   int64_t done = 0;
   while (done < count) {
     const ssize_t got = ::pread(descriptor, bytes + done, static_cast<std::size_t>(count - done),
@@ -139,7 +139,7 @@ int64_t READ_AT_OFFSET(int descriptor, std::byte* bytes, int64_t count, int64_t 
   return done;
 }
 
-bool MAPPING_DISABLED() {
+bool mapping_disabled() {
   const char* value = std::getenv("TMRDAR_NO_MMAP");
   return value != nullptr && std::string_view(value) == "1";
 }

@@ -6,25 +6,25 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/strings/t_string.h"
+#include "core/strings/string.h"
 
-namespace tmrdar::MOD_DATA_BLOCK {
+namespace tmrdar::data_blocks {
 
-class T_DATA_BLOCK : public MOD_STRING::T_STRING {
+class DataBlock : public strings::String {
  public:
-  T_DATA_BLOCK() = default;
-  using MOD_STRING::T_STRING::T_STRING;
+  DataBlock() = default;
+  using strings::String::String;
   // Assigning a string or characters replaces the bytes; type and key stay.
-  using MOD_STRING::T_STRING::operator=;
+  using strings::String::operator=;
 
-  void SET_TYPE(int32_t type) { type_ = type; }
-  int32_t GET_TYPE() const { return type_; }
-  void SET_KEY(int32_t key) { key_ = key; }
-  int32_t GET_KEY() const { return key_; }
+  void set_type(int32_t type) { type_ = type; }
+  int32_t get_type() const { return type_; }
+  void set_key(int32_t key) { key_ = key; }
+  int32_t get_key() const { return key_; }
 
  private:
   int32_t type_ = 0;
   int32_t key_ = 0;
 };
 
-}  // namespace tmrdar::MOD_DATA_BLOCK
+}  // namespace tmrdar::data_blocks

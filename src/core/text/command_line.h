@@ -15,11 +15,11 @@ namespace tmrdar {
 // are blank padded, and cut at their width. Without an argument 1 the program
 // writes "This program should be run from the Analysis Control Module." to
 // standard output and ends.
-void GET_COMMANDS(std::span<char> directory, std::span<char> name, std::span<char> second,
+void get_commands(std::span<char> directory, std::span<char> name, std::span<char> second,
                   bool& switch_g);
 
 // The same for a given command line, the program itself first.
-void GET_COMMANDS(std::span<const std::string> arguments, std::span<char> directory,
+void get_commands(std::span<const std::string> arguments, std::span<char> directory,
                   std::span<char> name, std::span<char> second, bool& switch_g);
 
 }  // namespace tmrdar

@@ -16,22 +16,22 @@
 
 namespace tmrdar {
 
-enum class FREE_FORM_READ {
-  VALUE,         // a value was read
-  NULL_VALUE,    // nothing before a comma or slash, or r*; value untouched
-  MALFORMED,     // not a number of the type; value untouched
-  OUT_OF_RANGE,  // a number, but too large for the type; value untouched
+enum class FreeFormRead {
+  value,         // a value was read
+  null_value,    // nothing before a comma or slash, or r*; value untouched
+  malformed,     // not a number of the type; value untouched
+  out_of_range,  // a number, but too large for the type; value untouched
 };
 
-// An integer: an optional sign and decimal digits. OUT_OF_RANGE beyond 32 bits.
-FREE_FORM_READ READ_FREE_FORM_INTEGER(std::string_view field, int32_t& value);
+// An integer: an optional sign and decimal digits. out_of_range beyond 32 bits.
+FreeFormRead read_free_form_integer(std::string_view field, int32_t& value);
 
 // A 32-bit real: an optional sign, digits with an optional decimal point, and
 // an optional exponent written with E, D or Q (either case) or with a sign
 // alone, as in 1.5-3; or INF, INFINITY or NAN in either case, NAN perhaps
-// followed by characters in parentheses, as in NAN(1). OUT_OF_RANGE when the
+// followed by characters in parentheses, as in NAN(1). out_of_range when the
 // magnitude rounds beyond the largest finite value; a magnitude below the
 // smallest one reads as zero.
-FREE_FORM_READ READ_FREE_FORM_REAL(std::string_view field, float& value);
+FreeFormRead read_free_form_real(std::string_view field, float& value);
 
 }  // namespace tmrdar

@@ -15,8 +15,8 @@
 
 namespace tmrdar {
 
-inline constexpr std::size_t TEXT_ENTRY_WIDTH = 1200;
-using TEXT_ENTRY = chars::BLANK_PADDED<TEXT_ENTRY_WIDTH>;
+inline constexpr std::size_t text_entry_width = 1200;
+using TextEntry = chars::BlankPadded<text_entry_width>;
 
 // Splits the line into up to n entries, each an integer or a text.
 //
@@ -28,29 +28,29 @@ using TEXT_ENTRY = chars::BLANK_PADDED<TEXT_ENTRY_WIDTH>;
 // signs, points, E, e and digits is read as an integer; any other entry is a
 // text, copied to `texts` with its flag in `is_text` set. Empty entries and
 // failed reads leave the default. n is bounded by the arrays given.
-void FIND_NUMBERS_AND_TEXT_IN_LINE(std::string_view key, std::string_view line,
+void find_numbers_and_text_in_line(std::string_view key, std::string_view line,
                                    std::span<int32_t> numbers, int32_t n, int32_t default_value,
-                                   std::span<TEXT_ENTRY> texts, std::span<bool> is_text);
+                                   std::span<TextEntry> texts, std::span<bool> is_text);
 
 // Splits the line into up to n reals. The whole key followed by "=" marks
 // where the values start, unless the key is blank. Braces have no meaning
 // here. A value too large for a real is reported, and ends the scan, only
 // when its entry starts with one of the digits 1 to 8; other failed reads
 // leave the default. n is bounded by the array given.
-void FIND_REALS_IN_LINE(std::string_view key, std::string_view line, std::span<float> reals,
+void find_reals_in_line(std::string_view key, std::string_view line, std::span<float> reals,
                         int32_t n, float default_value);
 
 // The number of blanks before the last character that is not blank.
-int32_t COUNT_SPACES(std::string_view string);
+int32_t count_spaces(std::string_view string);
 
 // True when the strings are equal apart from the case of A to Z and trailing
 // blanks.
-bool STRING_COMPARE(std::string_view a, std::string_view b);
+bool string_compare(std::string_view a, std::string_view b);
 
 // The value of a hexadecimal number. Leading and trailing blanks are dropped.
 // A character that is no hexadecimal digit adds nothing but keeps its place,
 // and is reported by a warning. The arithmetic is 32-bit and wraps, so only
 // the last eight places count.
-int32_t HEX_TO_INT(std::string_view string);
+int32_t hex_to_int(std::string_view string);
 
 }  // namespace tmrdar

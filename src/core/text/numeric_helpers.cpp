@@ -7,12 +7,12 @@
 
 namespace tmrdar {
 
-bool CHECK_LEAP_YEAR(int32_t year) {
+bool check_leap_year(int32_t year) {
   if (year % 100 == 0) return year % 400 == 0;
   return year % 4 == 0;
 }
 
-void CSHIFT_VECTOR(int32_t n, int32_t& shift, std::span<double> vector, int32_t& status) {
+void cshift_vector(int32_t n, int32_t& shift, std::span<double> vector, int32_t& status) {
   status = 0;
   if (n < 0 || static_cast<std::size_t>(n) > vector.size()) {
     status = 1;
@@ -38,7 +38,7 @@ void CSHIFT_VECTOR(int32_t n, int32_t& shift, std::span<double> vector, int32_t&
   }
 }
 
-float GET_ALPHA(float x) {
+float get_alpha(float x) {
   const float t = 0.0336F * x + 0.23F - 0.185F / (x + 1.9F);
   return std::exp(-2.77419F - std::log(t));
 }

@@ -8,7 +8,7 @@ namespace tmrdar {
 
 // A year divisible by 100 is a leap year when divisible by 400; any other
 // year when divisible by 4.
-bool CHECK_LEAP_YEAR(int32_t year);
+bool check_leap_year(int32_t year);
 
 // Rotates the first n values of the vector circularly by the shift: value
 // i + shift moves to place i, so a positive shift moves values towards the
@@ -16,10 +16,10 @@ bool CHECK_LEAP_YEAR(int32_t year);
 // by n, keeping its sign, and that remainder is written back. Status 1 when
 // the scratch copy cannot be had, or when n is below 0 or beyond the vector;
 // the vector is then untouched.
-void CSHIFT_VECTOR(int32_t n, int32_t& shift, std::span<double> vector, int32_t& status);
+void cshift_vector(int32_t n, int32_t& shift, std::span<double> vector, int32_t& status);
 
 // alpha = exp(-2.77419 - ln t) with t = 0.0336 x + 0.23 - 0.185 / (x + 1.9),
 // all in 32-bit reals.
-float GET_ALPHA(float x);
+float get_alpha(float x);
 
 }  // namespace tmrdar

@@ -4,44 +4,44 @@
 
 #include "core/chars/blank_padded.h"
 
-namespace tmrdar::ERROR_HANDLING {
+namespace tmrdar::error_handling {
 namespace {
 
-chars::BLANK_PADDED<MESSAGE_WIDTH>& MESSAGE() {
-  static chars::BLANK_PADDED<MESSAGE_WIDTH> message;
+chars::BlankPadded<message_width>& message() {
+  static chars::BlankPadded<message_width> message;
   return message;
 }
 
-void COMPOSE(bool compose, std::string_view level, std::string_view category,
+void compose(bool compose, std::string_view level, std::string_view category,
              std::string_view text) {
-  MESSAGE().BLANK();
+  message().blank();
   if (!compose) return;
   std::string line;
-  line.reserve(MESSAGE_WIDTH);
-  line.append(level).append(chars::TRIM(category)).append(": ").append(chars::TRIM(text));
-  MESSAGE().ASSIGN(line);
+  line.reserve(message_width);
+  line.append(level).append(chars::trim(category)).append(": ").append(chars::trim(text));
+  message().assign(line);
 }
 
 }  // namespace
 
-void ERROR3(bool compose, std::string_view category, std::string_view text) {
-  COMPOSE(compose, "Error: ", category, text);
+void error3(bool compose, std::string_view category, std::string_view text) {
+  compose(compose, "Error: ", category, text);
 }
 
-void WARN1(bool compose, std::string_view category, std::string_view text) {
-  COMPOSE(compose, "Warning: ", category, text);
+void warn1(bool compose, std::string_view category, std::string_view text) {
+  compose(compose, "Warning: ", category, text);
 }
 
-std::string_view ERROR_MESSAGE() { return MESSAGE().VIEW(); }
-std::string_view LAST_MESSAGE() { return MESSAGE().TRIMMED(); }
+std::string_view error_message() { return message().view(); }
+std::string_view last_message() { return message().trimmed(); }
 
-}  // namespace tmrdar::ERROR_HANDLING
+}  // namespace tmrdar::error_handling
 
 namespace tmrdar {
 
 // A NaN fails every ordered comparison, so each guard is one comparison.
-bool SQRT_ARG_OK(float value) { return value >= 0.0F; }
-bool DOUBLE_SQRT_ARG_OK(double value) { return value >= 0.0; }
-bool LOG_ARG_OK(float value) { return value > 0.0F; }
+bool sqrt_arg_ok(float value) { return value >= 0.0F; }
+bool double_sqrt_arg_ok(double value) { return value >= 0.0; }
+bool log_arg_ok(float value) { return value > 0.0F; }
 
 }  // namespace tmrdar

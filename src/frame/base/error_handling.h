@@ -7,31 +7,31 @@
 
 #include <string_view>
 
-namespace tmrdar::ERROR_HANDLING {
+namespace tmrdar::error_handling {
 
-inline constexpr std::size_t MESSAGE_WIDTH = 1200;
+inline constexpr std::size_t message_width = 1200;
 
 // Categories of the library's messages.
-inline constexpr std::string_view DATABASE_POSTPROCESSING = "Database Postprocessing";
-inline constexpr std::string_view INPUT_DATA_PROCESSING = "Input Data Processing";
+inline constexpr std::string_view database_postprocessing = "Database Postprocessing";
+inline constexpr std::string_view input_data_processing = "Input Data Processing";
 
 // Blanks the message and, when compose is true, writes an error message.
-void ERROR3(bool compose, std::string_view category, std::string_view text);
+void error3(bool compose, std::string_view category, std::string_view text);
 // The same with the level word "Warning: ".
-void WARN1(bool compose, std::string_view category, std::string_view text);
+void warn1(bool compose, std::string_view category, std::string_view text);
 
 // The kept message, blank padded to its full width of 1200 characters.
-std::string_view ERROR_MESSAGE();
+std::string_view error_message();
 // The kept message without trailing blanks (empty when none was composed).
-std::string_view LAST_MESSAGE();
+std::string_view last_message();
 
-}  // namespace tmrdar::ERROR_HANDLING
+}  // namespace tmrdar::error_handling
 
 namespace tmrdar {
 
 // Argument guards of the numeric routines.
-bool SQRT_ARG_OK(float value);
-bool DOUBLE_SQRT_ARG_OK(double value);
-bool LOG_ARG_OK(float value);
+bool sqrt_arg_ok(float value);
+bool double_sqrt_arg_ok(double value);
+bool log_arg_ok(float value);
 
 }  // namespace tmrdar

@@ -5,23 +5,23 @@
 
 #include <cstdint>
 
-namespace tmrdar::REVISION_IDS {
+namespace tmrdar::request_checks {
 
-inline constexpr int32_t MOTION_CODE_BAD = 1;
-inline constexpr int32_t FORCE_CODE_BAD = 2;
-inline constexpr int32_t NO_VERSION = 3;
-inline constexpr int32_t OUTPUT_TYPE_BAD = 4;
-inline constexpr int32_t SUBTYPE_BAD = 8;
-inline constexpr int32_t TYPE_11_FILE_MISSING = 12;
-inline constexpr int32_t NODE_BAD = 16;
-inline constexpr int32_t ELEMENT_BAD = 32;
-inline constexpr int32_t POSITION_BAD = 64;
-inline constexpr int32_t STEP_COUNT_BAD = 128;
-inline constexpr int32_t STEP_BAD = 256;
-inline constexpr int32_t LABEL_BAD = 1024;
-inline constexpr int32_t OUTPUT_NOT_WRITTEN = 2048;
-inline constexpr int32_t ITEM_NOT_FOUND = 4096;
-inline constexpr int32_t ELEMENT_NOT_FOUND = 8192;
-inline constexpr int32_t READ_FAILED = 16384;
+inline constexpr int32_t motion_code_bad = 1;
+inline constexpr int32_t force_code_bad = 2;
+inline constexpr int32_t no_version = 3;
+inline constexpr int32_t output_type_bad = 4;
+inline constexpr int32_t subtype_bad = 8;
+inline constexpr int32_t type_11_file_missing = 12;
+inline constexpr int32_t node_bad = 16;
+inline constexpr int32_t element_bad = 32;
+inline constexpr int32_t position_bad = 64;
+inline constexpr int32_t step_count_bad = 128;
+inline constexpr int32_t step_bad = 256;
+inline constexpr int32_t label_bad = 1024;
+inline constexpr int32_t output_not_written = 2048;
+inline constexpr int32_t item_not_found = 4096;
+inline constexpr int32_t element_not_found = 8192;
+inline constexpr int32_t read_failed = 16384;
 
-}  // namespace tmrdar::REVISION_IDS
+}  // namespace tmrdar::request_checks

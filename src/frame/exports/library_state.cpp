@@ -15,39 +15,39 @@
 
 namespace tmrdar::frame {
 
-LIBRARY_STATE& LIBRARY() {
-  static LIBRARY_STATE state;  // trivially destroyed: valid through the unloading of the library
+LibraryState& library() {
+  static LibraryState state;  // trivially destroyed: valid through the unloading of the library
   return state;
 }
 
-std::mutex& LIBRARY_LOCK() {
+std::mutex& library_lock() {
   static std::mutex lock;  // trivially destroyed: taken by the unloading of the library too
   return lock;
 }
 
-header::TIDE3_DATABASE_FILES* SELECTED_MODULE(int32_t motion_code, int32_t force_code) {
-  return header::TIDE3_DATABASE_MODULE(SELECT_VERSION(motion_code, force_code));
+header::FormatReader* selected_reader(int32_t motion_code, int32_t force_code) {
+  return header::reader_for_version(select_version(motion_code, force_code));
 }
 
-int32_t CLOSE_JOB() {
+int32_t close_job() {
   int32_t result = 0;
-  IO_UNITS::DIRECT_ACCESS_UNIT& motion = IO_UNITS::UNIT(IO_UNITS::MOTION_UNIT);
-  IO_UNITS::DIRECT_ACCESS_UNIT& force = IO_UNITS::UNIT(IO_UNITS::FORCE_UNIT);
-  if (motion.IS_OPEN() && !motion.CLOSE()) result += 1;
-  if (force.IS_OPEN() && !force.CLOSE()) result += 2;
-  const LIBRARY_STATE& library = LIBRARY();
-  if (header::TIDE3_DATABASE_FILES* module = SELECTED_MODULE(library.LIBRARY_MOTION_CODE, library.LIBRARY_FORCE_CODE)) {
-    module->DEALLOCATE_TIDE3_DATABASE_HEADER_ARRAYS();
+  io_units::DirectAccessUnit& motion = io_units::unit(io_units::motion_unit);
+  io_units::DirectAccessUnit& force = io_units::unit(io_units::force_unit);
+  if (motion.is_open() && !motion.close()) result += 1;
+  if (force.is_open() && !force.close()) result += 2;
+  const LibraryState& library = library();
+  if (header::FormatReader* module = selected_reader(library.library_motion_code, library.library_force_code)) {
+    module->deallocate_database_header_arrays();
   }
   return result;
 }
 
-int32_t LOAD_NOTIFICATION(uint32_t reason) {
+int32_t load_notification(uint32_t reason) {
   if (reason == 1) {
-    LIBRARY().LIBRARY_MOTION_CODE = 0;
-    LIBRARY().LIBRARY_FORCE_CODE = 0;
+    library().library_motion_code = 0;
+    library().library_force_code = 0;
   } else if (reason == 0) {
-    CLOSE_JOB();
+    close_job();
   }
   return 1;
 }
@@ -56,18 +56,18 @@ namespace {
 
 // Connects a unit to a database file that exists and reads its first record:
 // the file's version code, or -1 when it cannot be opened or read.
-int32_t READ_FIRST_RECORD(int32_t unit_number, const std::string& path, std::array<int32_t, 8>& record,
+int32_t read_first_record(int32_t unit_number, const std::string& path, std::array<int32_t, 8>& record,
                           std::span<int32_t, 5> words) {
-  IO_UNITS::DIRECT_ACCESS_UNIT& unit = IO_UNITS::UNIT(unit_number);
-  if (!unit.OPEN(path, IO_UNITS::DATABASE_RECORD_LENGTH)) return -1;
-  if (!unit.READ(1, 0, std::as_writable_bytes(std::span(record)))) return -1;
+  io_units::DirectAccessUnit& unit = io_units::unit(unit_number);
+  if (!unit.open(path, io_units::database_record_length)) return -1;
+  if (!unit.read(1, 0, std::as_writable_bytes(std::span(record)))) return -1;
   std::copy(record.begin() + 3, record.end(), words.begin());
   return record[0];
 }
 
 }  // namespace
 
-int32_t DATABASE_INFO(int32_t& motion_code, int32_t& force_code, std::span<int32_t, 5> motion_words,
+int32_t database_info(int32_t& motion_code, int32_t& force_code, std::span<int32_t, 5> motion_words,
                       std::span<int32_t, 5> force_words, int32_t n, std::span<int32_t> dimensions,
                       std::string_view path) {
   motion_code = -1;
@@ -77,57 +77,57 @@ int32_t DATABASE_INFO(int32_t& motion_code, int32_t& force_code, std::span<int32
   std::fill(dimensions.begin(), dimensions.end(), -1);
   std::array<int32_t, 8> record{};
 
-  if (chars::IS_BLANK(path)) return -1;
+  if (chars::is_blank(path)) return -1;
   // The length is an integer and so always a number; the test has its code.
   if (std::isnan(static_cast<float>(n))) return -2;
 
-  const RESOLVED_PATH parts = RESOLVE_PATH(chars::TRIM(path));
-  const std::string directory = parts.DRIVE + parts.DIRECTORY;
-  const std::string stem = directory + parts.NAME;
+  const ResolvedPath parts = resolve_path(chars::trim(path));
+  const std::string directory = parts.drive + parts.directory;
+  const std::string stem = directory + parts.name;
   const std::string motion_path = stem + ".dbm";
   const std::string force_path = stem + ".dbf";
 
-  LIBRARY_STATE& library = LIBRARY();
-  motion_code = platform::PATH_EXISTS(motion_path)
-                    ? READ_FIRST_RECORD(IO_UNITS::MOTION_UNIT, motion_path, record, motion_words)
+  LibraryState& library = library();
+  motion_code = platform::path_exists(motion_path)
+                    ? read_first_record(io_units::motion_unit, motion_path, record, motion_words)
                     : 0;
-  force_code = platform::PATH_EXISTS(force_path)
-                   ? READ_FIRST_RECORD(IO_UNITS::FORCE_UNIT, force_path, record, force_words)
+  force_code = platform::path_exists(force_path)
+                   ? read_first_record(io_units::force_unit, force_path, record, force_words)
                    : 0;
-  library.LIBRARY_FORCE_CODE = force_code;
-  library.LIBRARY_MOTION_CODE = motion_code;
+  library.library_force_code = force_code;
+  library.library_motion_code = motion_code;
 
   if (motion_code < 1 && force_code < 1) return -3;
 
-  if (header::TIDE3_DATABASE_FILES* module = SELECTED_MODULE(motion_code, force_code)) {
+  if (header::FormatReader* module = selected_reader(motion_code, force_code)) {
     bool failed = false;
-    module->OPEN_TIDE3_DATABASE_FILES(parts.NAME, directory, failed);
+    module->open_database_files(parts.name, directory, failed);
     // The open's own failure is told by the dimensions: the flag is rewritten
     // here, and only a short dimension array fails the call.
     int32_t required = 0;
-    module->UPDATE_DIMENSIONS(dimensions, required, failed);
+    module->update_dimensions(dimensions, required, failed);
     if (!failed) return 0;
-    CLOSE_JOB();
+    close_job();
     return required;
   }
-  if (VERSION_RULE_HOLDS(1, motion_code, force_code)) {
-    CLOSE_JOB();
+  if (version_rule_holds(1, motion_code, force_code)) {
+    close_job();
     return -3;
   }
-  library.LIBRARY_MOTION_CODE = 0;
-  library.LIBRARY_FORCE_CODE = 0;
-  CLOSE_JOB();
+  library.library_motion_code = 0;
+  library.library_force_code = 0;
+  close_job();
   return -3;
 }
 
-int32_t ANALYSIS_DETAILS(int32_t& detail_1, int32_t& detail_2, float& detail_3, std::span<char> title) {
-  const HEADER_DATA::STATE& data = HEADER_DATA::DATA();
-  detail_1 = data.ANALYSIS_DETAIL_1;
-  detail_2 = data.ANALYSIS_DETAIL_2;
-  detail_3 = data.ANALYSIS_DETAIL_3;
-  const auto length = static_cast<std::size_t>(data.ANALYSIS_TITLE_LENGTH);
-  if (length > title.size()) return data.ANALYSIS_TITLE_LENGTH;
-  chars::ASSIGN_PADDED(title, data.ANALYSIS_TITLE.VIEW().substr(0, length));
+int32_t analysis_details(int32_t& detail_1, int32_t& detail_2, float& detail_3, std::span<char> title) {
+  const header_data::State& data = header_data::data();
+  detail_1 = data.analysis_detail_1;
+  detail_2 = data.analysis_detail_2;
+  detail_3 = data.analysis_detail_3;
+  const auto length = static_cast<std::size_t>(data.analysis_title_length);
+  if (length > title.size()) return data.analysis_title_length;
+  chars::assign_padded(title, data.analysis_title.view().substr(0, length));
   return 0;
 }
 

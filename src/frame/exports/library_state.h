@@ -7,29 +7,29 @@
 #include <span>
 #include <string_view>
 
-#include "header/tide3_database_files.h"
+#include "header/format_reader.h"
 
 namespace tmrdar::frame {
 
-struct LIBRARY_STATE {
-  int32_t LIBRARY_MOTION_CODE = 0;
-  int32_t LIBRARY_FORCE_CODE = 0;
+struct LibraryState {
+  int32_t library_motion_code = 0;
+  int32_t library_force_code = 0;
 };
 
-LIBRARY_STATE& LIBRARY();
+LibraryState& library();
 
 // Every export holds this lock for its whole duration.
-std::mutex& LIBRARY_LOCK();
+std::mutex& library_lock();
 
 // The reader that the two codes select; null when they select none.
-header::TIDE3_DATABASE_FILES* SELECTED_MODULE(int32_t motion_code, int32_t force_code);
+header::FormatReader* selected_reader(int32_t motion_code, int32_t force_code);
 
 // The work of the exports, called with the lock held.
-int32_t CLOSE_JOB();
-int32_t LOAD_NOTIFICATION(uint32_t reason);
-int32_t DATABASE_INFO(int32_t& motion_code, int32_t& force_code, std::span<int32_t, 5> motion_words,
+int32_t close_job();
+int32_t load_notification(uint32_t reason);
+int32_t database_info(int32_t& motion_code, int32_t& force_code, std::span<int32_t, 5> motion_words,
                       std::span<int32_t, 5> force_words, int32_t n, std::span<int32_t> dimensions,
                       std::string_view path);
-int32_t ANALYSIS_DETAILS(int32_t& detail_1, int32_t& detail_2, float& detail_3, std::span<char> title);
+int32_t analysis_details(int32_t& detail_1, int32_t& detail_2, float& detail_3, std::span<char> title);
 
 }  // namespace tmrdar::frame

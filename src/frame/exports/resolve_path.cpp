@@ -8,13 +8,13 @@
 
 namespace tmrdar::frame {
 
-RESOLVED_PATH RESOLVE_PATH(std::string_view path) {
-  platform::PATH_PARTS split = platform::SPLIT_PATH(platform::FULL_PATH(path).value_or(std::string()));
-  RESOLVED_PATH parts;
-  parts.DIRECTORY = std::move(split.DIRECTORY);
-  parts.NAME = std::move(split.NAME);
-  parts.EXTENSION = std::move(split.EXTENSION);
-  for (char& c : parts.EXTENSION) {
+ResolvedPath resolve_path(std::string_view path) {
+  platform::PathParts split = platform::split_path(platform::full_path(path).value_or(std::string()));
+  ResolvedPath parts;
+  parts.directory = std::move(split.directory);
+  parts.name = std::move(split.name);
+  parts.extension = std::move(split.extension);
+  for (char& c : parts.extension) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   }
   return parts;

@@ -6,11 +6,11 @@
 
 namespace tmrdar::frame {
 
-struct RESOLVED_PATH {
-  std::string DRIVE;      // blank on this platform
-  std::string DIRECTORY;  // absolute, ending with the separator
-  std::string NAME;
-  std::string EXTENSION;  // from the last "." of the last component on, lower case
+struct ResolvedPath {
+  std::string drive;      // blank on this platform
+  std::string directory;  // absolute, ending with the separator
+  std::string name;
+  std::string extension;  // from the last "." of the last component on, lower case
 };
 
 // The full path of the input, folded by text alone, split at the last
@@ -18,6 +18,6 @@ struct RESOLVED_PATH {
 // out blank (".job") is split by hand: the name is what stands between the
 // last separator and the last ".", when that "." is not right behind the
 // separator, and otherwise everything behind the separator.
-RESOLVED_PATH RESOLVE_PATH(std::string_view path);
+ResolvedPath resolve_path(std::string_view path);
 
 }  // namespace tmrdar::frame

@@ -4,9 +4,9 @@
 
 namespace tmrdar::frame {
 
-int32_t SELECT_VERSION(int32_t motion_code, int32_t force_code) {
-  for (const header::FORMAT_VERSION* version : header::FORMAT_VERSIONS) {
-    if (VERSION_RULE_HOLDS(version->DATABASE_VERSION, motion_code, force_code)) return version->DATABASE_VERSION;
+int32_t select_version(int32_t motion_code, int32_t force_code) {
+  for (const header::FormatVersion* version : header::format_versions) {
+    if (version_rule_holds(version->database_version, motion_code, force_code)) return version->database_version;
   }
   return 0;
 }

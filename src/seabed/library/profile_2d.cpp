@@ -10,39 +10,39 @@ namespace tmrdar::seabed {
 namespace {
 
 // The node table holds node_count rows of two columns, or is treated as empty.
-int32_t ROWS_HELD(std::span<const float> nodes, int32_t node_count) {
+int32_t rows_held(std::span<const float> nodes, int32_t node_count) {
   if (node_count < 1 || nodes.size() / 2 < static_cast<std::size_t>(node_count)) return 0;
   return node_count;
 }
 
-double HEIGHT_OF(std::span<const float> nodes, int32_t i) {
+double height_of(std::span<const float> nodes, int32_t i) {
   return nodes[static_cast<std::size_t>(i - 1)];
 }
 
-double DISTANCE_OF(std::span<const float> nodes, int32_t n, int32_t i) {
+double distance_of(std::span<const float> nodes, int32_t n, int32_t i) {
   return nodes[static_cast<std::size_t>(n) + static_cast<std::size_t>(i - 1)];
 }
 
 // Whether segment k, between nodes k - 1 and k, holds the distance.
-bool SEGMENT_HOLDS(std::span<const float> nodes, int32_t n, int32_t k, double distance) {
+bool segment_holds(std::span<const float> nodes, int32_t n, int32_t k, double distance) {
   if (k < 1 || k > n + 1) return false;
-  const bool above_lower = k == 1 || DISTANCE_OF(nodes, n, k - 1) <= distance;
-  const bool below_upper = k == n + 1 || distance < DISTANCE_OF(nodes, n, k);
+  const bool above_lower = k == 1 || distance_of(nodes, n, k - 1) <= distance;
+  const bool below_upper = k == n + 1 || distance < distance_of(nodes, n, k);
   return above_lower && below_upper;
 }
 
 // The segment of a valid table: the hint, a neighbour of it, or a search.
-int32_t SEGMENT(std::span<const float> nodes, int32_t n, double distance, int32_t hint) {
-  if (SEGMENT_HOLDS(nodes, n, hint, distance)) return hint;
-  if (hint < n + 1 && SEGMENT_HOLDS(nodes, n, hint + 1, distance)) return hint + 1;
-  if (hint > 1 && SEGMENT_HOLDS(nodes, n, hint - 1, distance)) return hint - 1;
+int32_t segment(std::span<const float> nodes, int32_t n, double distance, int32_t hint) {
+  if (segment_holds(nodes, n, hint, distance)) return hint;
+  if (hint < n + 1 && segment_holds(nodes, n, hint + 1, distance)) return hint + 1;
+  if (hint > 1 && segment_holds(nodes, n, hint - 1, distance)) return hint - 1;
   // One more than the count of nodes at or below the distance, in ascending
   // order; on any other order still a segment from 1 to n + 1.
   int32_t low = 0;  // nodes 1..low are at or below
   int32_t high = n;
   while (low < high) {
     const int32_t middle = low + (high - low + 1) / 2;
-    if (DISTANCE_OF(nodes, n, middle) <= distance) {
+    if (distance_of(nodes, n, middle) <= distance) {
       low = middle;
     } else {
       high = middle - 1;
@@ -53,18 +53,18 @@ int32_t SEGMENT(std::span<const float> nodes, int32_t n, double distance, int32_
 
 // The interval on which to evaluate segment k: its lower node, or 0 outside
 // the profile. The last node itself belongs to the last interval.
-int32_t INTERVAL(std::span<const float> nodes, int32_t n, int32_t k, double distance) {
+int32_t interval(std::span<const float> nodes, int32_t n, int32_t k, double distance) {
   if (k >= 2 && k <= n) return k - 1;
-  if (k == n + 1 && n >= 2 && distance == DISTANCE_OF(nodes, n, n) &&
-      DISTANCE_OF(nodes, n, n - 1) < DISTANCE_OF(nodes, n, n)) {
+  if (k == n + 1 && n >= 2 && distance == distance_of(nodes, n, n) &&
+      distance_of(nodes, n, n - 1) < distance_of(nodes, n, n)) {
     return n - 1;
   }
   return 0;
 }
 
 // Height and slope outside the profile: the end node, level.
-void END_VALUE(std::span<const float> nodes, int32_t n, int32_t k, double& height, double& slope) {
-  height = k <= 1 ? HEIGHT_OF(nodes, 1) : HEIGHT_OF(nodes, n);
+void end_value(std::span<const float> nodes, int32_t n, int32_t k, double& height, double& slope) {
+  height = k <= 1 ? height_of(nodes, 1) : height_of(nodes, n);
   slope = 0.0;
 }
 
@@ -72,28 +72,28 @@ void END_VALUE(std::span<const float> nodes, int32_t n, int32_t k, double& heigh
 
 int32_t find_segment(std::span<const float> nodes, int32_t node_count, double distance,
                      int32_t& hint) {
-  const int32_t n = ROWS_HELD(nodes, node_count);
-  hint = n == 0 ? 1 : SEGMENT(nodes, n, distance, hint);
+  const int32_t n = rows_held(nodes, node_count);
+  hint = n == 0 ? 1 : segment(nodes, n, distance, hint);
   return hint;
 }
 
 void fit_spline_2d(std::span<const float> nodes, int32_t node_count,
                    std::vector<double>& second_derivatives) {
-  const int32_t n = ROWS_HELD(nodes, node_count);
+  const int32_t n = rows_held(nodes, node_count);
   second_derivatives.assign(static_cast<std::size_t>(n), 0.0);
   // Scratch of the tridiagonal elimination, indexed like the nodes.
   std::vector<double> upper(static_cast<std::size_t>(n), 0.0);
   int32_t first = 1;
   while (first <= n) {
     int32_t last = first;
-    while (last < n && DISTANCE_OF(nodes, n, last) < DISTANCE_OF(nodes, n, last + 1)) ++last;
+    while (last < n && distance_of(nodes, n, last) < distance_of(nodes, n, last + 1)) ++last;
     // Natural spline on nodes first..last: the end second derivatives are 0
     // and each inner node i gives
     //   h(i-1) M(i-1) + 2 (h(i-1) + h(i)) M(i) + h(i) M(i+1) = 6 (g(i) - g(i-1)).
     if (last - first >= 2) {
-      auto d = [&](int32_t i) { return DISTANCE_OF(nodes, n, i); };
+      auto d = [&](int32_t i) { return distance_of(nodes, n, i); };
       auto h = [&](int32_t i) { return d(i + 1) - d(i); };
-      auto g = [&](int32_t i) { return (HEIGHT_OF(nodes, i + 1) - HEIGHT_OF(nodes, i)) / h(i); };
+      auto g = [&](int32_t i) { return (height_of(nodes, i + 1) - height_of(nodes, i)) / h(i); };
       auto& m = second_derivatives;
       double previous_upper = 0.0;
       double previous_rhs = 0.0;
@@ -118,7 +118,7 @@ void fit_spline_2d(std::span<const float> nodes, int32_t node_count,
 namespace {
 
 // The interval of the profile that holds a distance, with its end nodes.
-struct INTERVAL_AT {
+struct IntervalAt {
   int32_t i;
   double d0, d1, h0, h1, length;
 };
@@ -126,39 +126,39 @@ struct INTERVAL_AT {
 // Moves the hint to the distance and finds its interval. Where the answer
 // needs no interval (no nodes, beyond the end nodes, a node out of order) it
 // is given here in height and slope, and there is no interval.
-std::optional<INTERVAL_AT> LOCATE(double distance, int32_t node_count, std::span<const float> nodes,
+std::optional<IntervalAt> locate(double distance, int32_t node_count, std::span<const float> nodes,
                                   int32_t& hint, double& height, double& slope) {
-  const int32_t n = ROWS_HELD(nodes, node_count);
+  const int32_t n = rows_held(nodes, node_count);
   if (n == 0) {
     height = 0.0;
     slope = 0.0;
     hint = 1;
     return std::nullopt;
   }
-  hint = SEGMENT(nodes, n, distance, hint);
-  const int32_t i = INTERVAL(nodes, n, hint, distance);
+  hint = segment(nodes, n, distance, hint);
+  const int32_t i = interval(nodes, n, hint, distance);
   if (i == 0) {
-    END_VALUE(nodes, n, hint, height, slope);
+    end_value(nodes, n, hint, height, slope);
     return std::nullopt;
   }
-  const double d0 = DISTANCE_OF(nodes, n, i);
-  const double d1 = DISTANCE_OF(nodes, n, i + 1);
-  const double h0 = HEIGHT_OF(nodes, i);
-  const double h1 = HEIGHT_OF(nodes, i + 1);
+  const double d0 = distance_of(nodes, n, i);
+  const double d1 = distance_of(nodes, n, i + 1);
+  const double h0 = height_of(nodes, i);
+  const double h1 = height_of(nodes, i + 1);
   const double length = d1 - d0;
   if (!(length > 0.0)) {  // a node out of order
     height = h1;
     slope = 0.0;
     return std::nullopt;
   }
-  return INTERVAL_AT{i, d0, d1, h0, h1, length};
+  return IntervalAt{i, d0, d1, h0, h1, length};
 }
 
 }  // namespace
 
 void interpolate_2d_linear(double distance, int32_t node_count, std::span<const float> nodes,
                            int32_t& hint, double& height, double& slope) {
-  const std::optional<INTERVAL_AT> at = LOCATE(distance, node_count, nodes, hint, height, slope);
+  const std::optional<IntervalAt> at = locate(distance, node_count, nodes, hint, height, slope);
   if (!at) return;
   const auto [i, d0, d1, h0, h1, length] = *at;
   const double b = (distance - d0) / length;
@@ -169,10 +169,10 @@ void interpolate_2d_linear(double distance, int32_t node_count, std::span<const 
 void interpolate_2d_cubic(double distance, int32_t node_count, std::span<const float> nodes,
                           std::span<const double> second_derivatives, int32_t& hint,
                           double& height, double& slope) {
-  const std::optional<INTERVAL_AT> at = LOCATE(distance, node_count, nodes, hint, height, slope);
+  const std::optional<IntervalAt> at = locate(distance, node_count, nodes, hint, height, slope);
   if (!at) return;
   const auto [i, d0, d1, h0, h1, length] = *at;
-  const int32_t n = ROWS_HELD(nodes, node_count);
+  const int32_t n = rows_held(nodes, node_count);
   // Without a derivative for every node the spline is the straight line.
   const bool curved = second_derivatives.size() >= static_cast<std::size_t>(n);
   const double m0 = curved ? second_derivatives[static_cast<std::size_t>(i - 1)] : 0.0;

@@ -23,56 +23,56 @@
 namespace tmrdar::seabed {
 
 // Statuses of open_seabed_file, load_seabed_2d and load_seabed_3d.
-inline constexpr int32_t STATUS_OK = 0;
-inline constexpr int32_t STATUS_CANNOT_READ = 11;    // the file does not open or read
-inline constexpr int32_t STATUS_NOT_SEABED = 12;     // the first line is not the format's
-inline constexpr int32_t STATUS_WRONG_FORM = 13;     // a surface given to the 2d loader, or the reverse
-inline constexpr int32_t STATUS_SYNTAX = 14;         // a line that does not read
-inline constexpr int32_t STATUS_BAD_DATA = 15;       // reads, but does not describe a seabed
-inline constexpr int32_t STATUS_NO_MEMORY = 16;
+inline constexpr int32_t status_ok = 0;
+inline constexpr int32_t status_cannot_read = 11;    // the file does not open or read
+inline constexpr int32_t status_not_seabed = 12;     // the first line is not the format's
+inline constexpr int32_t status_wrong_form = 13;     // a surface given to the 2d loader, or the reverse
+inline constexpr int32_t status_syntax = 14;         // a line that does not read
+inline constexpr int32_t status_bad_data = 15;       // reads, but does not describe a seabed
+inline constexpr int32_t status_no_memory = 16;
 
 // Interpolation codes that the loaders fill.
-inline constexpr int32_t PROFILE_LINEAR = 0;
-inline constexpr int32_t PROFILE_CUBIC = 2;
-inline constexpr int32_t SURFACE_LINEAR = 0;
-inline constexpr int32_t SURFACE_CUBIC = 1;
+inline constexpr int32_t profile_linear = 0;
+inline constexpr int32_t profile_cubic = 2;
+inline constexpr int32_t surface_linear = 0;
+inline constexpr int32_t surface_cubic = 1;
 
 // A normal: (vertical, x, y), of unit length, pointing up.
-using NORMAL_VECTOR = std::array<double, 3>;
+using NormalVector = std::array<double, 3>;
 
 // Where a load failed: the 1-based line of the file (0 when the failure is not
 // tied to a line) and a sentence saying what is wrong.
-struct LOAD_REPORT {
-  int32_t LINE = 0;
-  std::string TEXT;
+struct LoadReport {
+  int32_t line = 0;
+  std::string text;
 };
 
 // A uniform grid over the plan extent of a surface: cell (i, j), from 0, is
-// the rectangle from (X0 + i * CELL_X, Y0 + j * CELL_Y), and its triangles are
-// MEMBERS[FIRST[k]] to MEMBERS[FIRST[k + 1] - 1] with k = j * NX + i. A
+// the rectangle from (X0 + i * cell_x, Y0 + j * cell_y), and its triangles are
+// members[first[k]] to members[first[k + 1] - 1] with k = j * nx + i. A
 // triangle stands in every cell that its bounding box touches.
-struct TRIANGLE_GRID {
-  double X0 = 0.0;
-  double Y0 = 0.0;
-  double X1 = 0.0;  // the upper corner of the extent
-  double Y1 = 0.0;
-  double CELL_X = 1.0;
-  double CELL_Y = 1.0;
-  int32_t NX = 0;
-  int32_t NY = 0;
-  std::vector<int32_t> FIRST;
-  std::vector<int32_t> MEMBERS;
+struct TriangleGrid {
+  double x0 = 0.0;
+  double y0 = 0.0;
+  double x1 = 0.0;  // the upper corner of the extent
+  double y1 = 0.0;
+  double cell_x = 1.0;
+  double cell_y = 1.0;
+  int32_t nx = 0;
+  int32_t ny = 0;
+  std::vector<int32_t> first;
+  std::vector<int32_t> members;
 };
 
 // The arrays of a surface as the interpolators and find_triangle read them.
-struct SURFACE_VIEW {
-  int32_t NODE_COUNT = 0;
-  int32_t TRIANGLE_COUNT = 0;
-  int32_t CELL_COUNT = 0;                // NX * NY of the grid
-  std::span<const float> NODES;          // (NODE_COUNT, 3)
-  std::span<const int32_t> TRIANGLES;    // (3, TRIANGLE_COUNT)
-  const TRIANGLE_GRID* GRID = nullptr;
-  std::span<const double> GRADIENTS;     // (2, NODE_COUNT): dh/dx, dh/dy; empty for none
+struct SurfaceView {
+  int32_t node_count = 0;
+  int32_t triangle_count = 0;
+  int32_t cell_count = 0;                // nx * ny of the grid
+  std::span<const float> nodes;          // (node_count, 3)
+  std::span<const int32_t> triangles;    // (3, triangle_count)
+  const TriangleGrid* grid = nullptr;
+  std::span<const double> gradients;     // (2, node_count): dh/dx, dh/dy; empty for none
 };
 
 // ---- Files ----------------------------------------------------------------
@@ -86,19 +86,19 @@ int32_t open_seabed_file(std::string_view path);
 // written only on success.
 int32_t load_seabed_2d(std::string_view path, int32_t& interpolation, int32_t& node_count,
                        std::vector<float>& nodes, std::vector<double>& second_derivatives,
-                       LOAD_REPORT* report = nullptr);
+                       LoadReport* report = nullptr);
 
 // Loads a surface: its interpolation code, node count, triangle count, grid
 // cell count, node table (3 columns), triangles (3, triangle count), search
 // grid and node gradients. The outputs are written only on success.
 int32_t load_seabed_3d(std::string_view path, int32_t& interpolation, int32_t& node_count,
                        int32_t& triangle_count, int32_t& cell_count, std::vector<float>& nodes,
-                       std::vector<int32_t>& triangles, TRIANGLE_GRID& grid,
-                       std::vector<double>& gradients, LOAD_REPORT* report = nullptr);
+                       std::vector<int32_t>& triangles, TriangleGrid& grid,
+                       std::vector<double>& gradients, LoadReport* report = nullptr);
 
 void free_seabed_2d(std::vector<float>& nodes, std::vector<double>& second_derivatives);
 void free_seabed_3d(std::vector<float>& nodes, std::vector<int32_t>& triangles,
-                    TRIANGLE_GRID& grid, std::vector<double>& gradients);
+                    TriangleGrid& grid, std::vector<double>& gradients);
 
 // ---- Profiles -------------------------------------------------------------
 
@@ -130,7 +130,7 @@ void interpolate_2d_cubic(double distance, int32_t node_count, std::span<const f
 // Builds the search grid over the triangles whose node numbers are valid.
 void build_triangle_grid(std::span<const float> nodes, int32_t node_count,
                          std::span<const int32_t> triangles, int32_t triangle_count,
-                         TRIANGLE_GRID& grid);
+                         TriangleGrid& grid);
 
 // Node gradients: at each node the mean of the gradients of the triangles
 // that meet there, weighted by their areas. A plane gives its own gradient.
@@ -141,20 +141,20 @@ void estimate_gradients(std::span<const float> nodes, int32_t node_count,
 // The triangle that holds (x, y): its number, and its three node numbers in
 // corners, or 0 and corners (0, 0, 0) when none does. A hint, when given, is
 // tried first; the grid answers otherwise.
-int32_t find_triangle(double x, double y, const SURFACE_VIEW& surface,
+int32_t find_triangle(double x, double y, const SurfaceView& surface,
                       std::array<int32_t, 3>& corners, const int32_t* hint = nullptr);
 
 // Height and normal on the plane of the triangle that holds (x, y). The flag
 // is 0 inside the surface; outside it is 1, the height 0.0 and the normal
 // (1, 0, 0). The hint is a triangle number and takes the one found.
-void interpolate_3d_linear(double x, double y, const SURFACE_VIEW& surface, int32_t& hint,
-                           double& height, NORMAL_VECTOR& normal, int32_t& flag);
+void interpolate_3d_linear(double x, double y, const SurfaceView& surface, int32_t& hint,
+                           double& height, NormalVector& normal, int32_t& flag);
 // The same on the C1 surface: a reduced Clough-Tocher cubic over each
 // triangle, split at its centroid, built from the node heights and gradients.
-void interpolate_3d_cubic(double x, double y, const SURFACE_VIEW& surface, int32_t& hint,
-                          double& height, NORMAL_VECTOR& normal, int32_t& flag);
+void interpolate_3d_cubic(double x, double y, const SurfaceView& surface, int32_t& hint,
+                          double& height, NormalVector& normal, int32_t& flag);
 
 // The upward unit normal of a surface of gradient (gx, gy).
-NORMAL_VECTOR NORMAL_OF_GRADIENT(double gx, double gy);
+NormalVector normal_of_gradient(double gx, double gy);
 
 }  // namespace tmrdar::seabed

@@ -1,6 +1,6 @@
 // The commands of the tool. Each runs on its parsed arguments, prints its
 // answer to standard output and returns the exit status; a failure of the
-// job throws tmrdar::FAILURE and a mistake in the command line USAGE_ERROR.
+// job throws tmrdar::error and a mistake in the command line UsageError.
 #pragma once
 
 #include <span>
@@ -10,27 +10,27 @@
 
 namespace tmrdar::cli {
 
-struct COMMAND {
-  std::string_view NAME;
-  std::string_view HELP;  // the text of `tmrdar NAME --help`
-  std::span<const OPTION> OPTIONS;
-  int (*RUN)(const ARGUMENTS& arguments);
+struct Command {
+  std::string_view name;
+  std::string_view help;  // the text of `tmrdar name --help`
+  std::span<const Option> options;
+  int (*run)(const Arguments& arguments);
 };
 
 // The commands, in the order of the tool's help.
-std::span<const COMMAND> COMMANDS();
+std::span<const Command> commands();
 
 // The tool's own help.
-extern const std::string_view USAGE;
+extern const std::string_view usage;
 
-int INFO(const ARGUMENTS& arguments);
-int NODES(const ARGUMENTS& arguments);
-int ELEMENTS(const ARGUMENTS& arguments);
-int CURVE(const ARGUMENTS& arguments);
-int VALUE(const ARGUMENTS& arguments);
-int HISTORY(const ARGUMENTS& arguments);
-int STATS(const ARGUMENTS& arguments);
-int SNAPSHOT(const ARGUMENTS& arguments);
-int RANGE(const ARGUMENTS& arguments);
+int info(const Arguments& arguments);
+int nodes(const Arguments& arguments);
+int elements(const Arguments& arguments);
+int curve(const Arguments& arguments);
+int value(const Arguments& arguments);
+int history(const Arguments& arguments);
+int stats(const Arguments& arguments);
+int snapshot(const Arguments& arguments);
+int range(const Arguments& arguments);
 
 }  // namespace tmrdar::cli

@@ -39,42 +39,42 @@ namespace {
   "                  label also gives the position\n"                                                     \
   "  --csv           comma-separated values\n"
 
-constexpr std::array<OPTION, 2> PLAIN_OPTIONS{HELP_OPTION, CSV_OPTION};
-constexpr std::array<OPTION, 3> NODE_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--max-number", true}};
-constexpr std::array<OPTION, 4> ELEMENT_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--max-number", true},
-                                                OPTION{"--all", false}};
-constexpr std::array<OPTION, 8> VALUE_OPTIONS{HELP_OPTION,
-                                              CSV_OPTION,
-                                              OPTION{"--step", true},
-                                              OPTION{"--node", true},
-                                              OPTION{"--entry", true},
-                                              OPTION{"--element", true},
-                                              OPTION{"--position", true},
-                                              OPTION{"--label", true}};
-constexpr std::array<OPTION, 9> HISTORY_OPTIONS{HELP_OPTION,
-                                                CSV_OPTION,
-                                                OPTION{"--svg", true},
-                                                OPTION{"--count", true},
-                                                OPTION{"--node", true},
-                                                OPTION{"--entry", true},
-                                                OPTION{"--element", true},
-                                                OPTION{"--position", true},
-                                                OPTION{"--label", true}};
+constexpr std::array<Option, 2> plain_options{help_option, csv_option};
+constexpr std::array<Option, 3> node_options{help_option, csv_option, Option{"--max-number", true}};
+constexpr std::array<Option, 4> element_options{help_option, csv_option, Option{"--max-number", true},
+                                                Option{"--all", false}};
+constexpr std::array<Option, 8> value_options{help_option,
+                                              csv_option,
+                                              Option{"--step", true},
+                                              Option{"--node", true},
+                                              Option{"--entry", true},
+                                              Option{"--element", true},
+                                              Option{"--position", true},
+                                              Option{"--label", true}};
+constexpr std::array<Option, 9> history_options{help_option,
+                                                csv_option,
+                                                Option{"--svg", true},
+                                                Option{"--count", true},
+                                                Option{"--node", true},
+                                                Option{"--entry", true},
+                                                Option{"--element", true},
+                                                Option{"--position", true},
+                                                Option{"--label", true}};
 
-constexpr std::array<OPTION, 9> STATS_OPTIONS{HELP_OPTION,
-                                              CSV_OPTION,
-                                              OPTION{"--from", true},
-                                              OPTION{"--to", true},
-                                              OPTION{"--node", true},
-                                              OPTION{"--entry", true},
-                                              OPTION{"--element", true},
-                                              OPTION{"--position", true},
-                                              OPTION{"--label", true}};
-constexpr std::array<OPTION, 3> SNAPSHOT_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--step", true}};
-constexpr std::array<OPTION, 5> RANGE_OPTIONS{HELP_OPTION, CSV_OPTION, OPTION{"--from", true}, OPTION{"--to", true},
-                                              OPTION{"--svg", true}};
+constexpr std::array<Option, 9> stats_options{help_option,
+                                              csv_option,
+                                              Option{"--from", true},
+                                              Option{"--to", true},
+                                              Option{"--node", true},
+                                              Option{"--entry", true},
+                                              Option{"--element", true},
+                                              Option{"--position", true},
+                                              Option{"--label", true}};
+constexpr std::array<Option, 3> snapshot_options{help_option, csv_option, Option{"--step", true}};
+constexpr std::array<Option, 5> range_options{help_option, csv_option, Option{"--from", true}, Option{"--to", true},
+                                              Option{"--svg", true}};
 
-constexpr std::string_view INFO_HELP =
+constexpr std::string_view info_help =
     "usage: tmrdar info JOB [--csv]\n"
     "\n"
     "What the job is: the files found and their version codes, the format, the title and\n"
@@ -82,7 +82,7 @@ constexpr std::string_view INFO_HELP =
     "\n"
     "  --csv           comma-separated values: field,value\n";
 
-constexpr std::string_view NODES_HELP =
+constexpr std::string_view nodes_help =
     "usage: tmrdar nodes JOB [--csv] [--max-number N]\n"
     "\n"
     "The nodes of the model in row order, those of the structure and then the auxiliary\n"
@@ -95,7 +95,7 @@ constexpr std::string_view NODES_HELP =
     "  --csv           comma-separated values\n"
     "  --max-number N  the highest number to look for\n";
 
-constexpr std::string_view ELEMENTS_HELP =
+constexpr std::string_view elements_help =
     "usage: tmrdar elements JOB [--csv] [--all] [--max-number N]\n"
     "\n"
     "The elements of the model in row order, those of the structure and then the auxiliary\n"
@@ -111,7 +111,7 @@ constexpr std::string_view ELEMENTS_HELP =
     "  --max-number N  the highest element number to look for (default 1000000); rows whose\n"
     "                  number lies above it are not listed, as for nodes\n";
 
-constexpr std::string_view CURVE_HELP =
+constexpr std::string_view curve_help =
     "usage: tmrdar curve JOB ID [--csv]\n"
     "\n"
     "The points of stress-strain curve ID of the job's nonlinear material table: point, first\n"
@@ -119,7 +119,7 @@ constexpr std::string_view CURVE_HELP =
     "\n"
     "  --csv           comma-separated values\n";
 
-constexpr std::string_view VALUE_HELP =
+constexpr std::string_view value_help =
     "usage: tmrdar value JOB TYPE [SUBTYPE] --step STEP ITEM [--csv]\n"
     "\n"
     "One result at one time step: the step, its time and the value.\n"
@@ -129,7 +129,7 @@ constexpr std::string_view VALUE_HELP =
     "\n"
     "example: tmrdar value riser displacement 3 --node 12 --step 40\n";
 
-constexpr std::string_view HISTORY_HELP =
+constexpr std::string_view history_help =
     "usage: tmrdar history JOB TYPE [SUBTYPE] ITEM [--count N] [--csv] [--svg FILE]\n"
     "\n"
     "One result at every time step from the first: step, time and value, a line a step.\n"
@@ -140,7 +140,7 @@ constexpr std::string_view HISTORY_HELP =
     "\n"
     "example: tmrdar history riser element-force 1 --element 5 --position 2 --csv\n";
 
-constexpr std::string_view STATS_HELP =
+constexpr std::string_view stats_help =
     "usage: tmrdar stats JOB TYPE [SUBTYPE] ITEM [--from STEP] [--to STEP] [--csv]\n"
     "\n"
     "The statistics of one result over steps --from to --to (the whole run unless given):\n"
@@ -163,7 +163,7 @@ constexpr std::string_view STATS_HELP =
   "element. distance is the distance along the riser, the elements laid end to end in row order.\n"     \
   "On a terminal, standard error shows how many points are done.\n"
 
-constexpr std::string_view SNAPSHOT_HELP =
+constexpr std::string_view snapshot_help =
     "usage: tmrdar snapshot JOB TYPE SUBTYPE --step STEP [--csv]\n"
     "\n"
     "One result at one time step along the whole riser: node (or element and position),\n"
@@ -175,7 +175,7 @@ constexpr std::string_view SNAPSHOT_HELP =
     "\n"
     "example: tmrdar snapshot riser element-force 1 --step 400\n";
 
-constexpr std::string_view RANGE_HELP =
+constexpr std::string_view range_help =
     "usage: tmrdar range JOB TYPE SUBTYPE [--from STEP] [--to STEP] [--csv] [--svg FILE]\n"
     "\n"
     "The range graph of one result along the whole riser over steps --from to --to (the whole\n"
@@ -195,21 +195,21 @@ constexpr std::string_view RANGE_HELP =
 #undef TMRDAR_CLI_RISER_HELP
 #undef TMRDAR_CLI_REQUEST_HELP
 
-constexpr std::array<COMMAND, 9> ALL{{
-    {"info", INFO_HELP, PLAIN_OPTIONS, INFO},
-    {"nodes", NODES_HELP, NODE_OPTIONS, NODES},
-    {"elements", ELEMENTS_HELP, ELEMENT_OPTIONS, ELEMENTS},
-    {"value", VALUE_HELP, VALUE_OPTIONS, VALUE},
-    {"history", HISTORY_HELP, HISTORY_OPTIONS, HISTORY},
-    {"stats", STATS_HELP, STATS_OPTIONS, STATS},
-    {"snapshot", SNAPSHOT_HELP, SNAPSHOT_OPTIONS, SNAPSHOT},
-    {"range", RANGE_HELP, RANGE_OPTIONS, RANGE},
-    {"curve", CURVE_HELP, PLAIN_OPTIONS, CURVE},
+constexpr std::array<Command, 9> all{{
+    {"info", info_help, plain_options, info},
+    {"nodes", nodes_help, node_options, nodes},
+    {"elements", elements_help, element_options, elements},
+    {"value", value_help, value_options, value},
+    {"history", history_help, history_options, history},
+    {"stats", stats_help, stats_options, stats},
+    {"snapshot", snapshot_help, snapshot_options, snapshot},
+    {"range", range_help, range_options, range},
+    {"curve", curve_help, plain_options, curve},
 }};
 
 }  // namespace
 
-const std::string_view USAGE =
+const std::string_view usage =
     "usage: tmrdar COMMAND JOB [arguments] [options]\n"
     "\n"
     "Reads the results of an analysis: the motion database JOB.dbm and the force database\n"
@@ -230,6 +230,6 @@ const std::string_view USAGE =
     "tells more about a command. The exit status is 0 on success, 1 when the job cannot\n"
     "answer, and 2 for a mistake in the command line; the reason is one line on standard error.\n";
 
-std::span<const COMMAND> COMMANDS() { return ALL; }
+std::span<const Command> commands() { return all; }
 
 }  // namespace tmrdar::cli

@@ -11,7 +11,7 @@
 namespace tmrdar::cli {
 namespace {
 
-constexpr std::array<const char*, 14> DIMENSION_NAMES{"time steps",
+constexpr std::array<const char*, 14> dimension_names{"time steps",
                                                       "pipe-in-pipe rows per connection",
                                                       "elements",
                                                       "nodes",
@@ -26,14 +26,14 @@ constexpr std::array<const char*, 14> DIMENSION_NAMES{"time steps",
                                                       "clash pairs",
                                                       "stress-strain table rows"};
 
-std::string FILE_STATE(int32_t code) {
+std::string file_state(int32_t code) {
   if (code == 0) return "not found";
   if (code < 0) return "cannot be read";
-  const char* name = tmrdar::FORMAT_NAME(code);
+  const char* name = tmrdar::format_name(code);
   return "version code " + std::to_string(code) + (name != nullptr ? std::string(" (") + name + ")" : " (unknown)");
 }
 
-std::string WORDS(const std::array<int32_t, 5>& words) {
+std::string words(const std::array<int32_t, 5>& words) {
   std::string text;
   for (const int32_t word : words) {
     if (!text.empty()) text += ' ';
@@ -44,45 +44,45 @@ std::string WORDS(const std::array<int32_t, 5>& words) {
 
 }  // namespace
 
-int INFO(const ARGUMENTS& arguments) {
-  CHECK_POSITIONAL(arguments, {"JOB"}, 1);
-  const tmrdar::JOB job = OPEN_JOB(arguments);
-  const std::string& path = job.PATH();
-  const tmrdar::VERSION_CODES& codes = job.CODES();
-  const tmrdar::MODEL_DIMENSIONS& dims = job.DIMENSIONS();
+int info(const Arguments& arguments) {
+  check_positional(arguments, {"JOB"}, 1);
+  const tmrdar::job job = open_job(arguments);
+  const std::string& path = job.path();
+  const tmrdar::version_codes& codes = job.codes();
+  const tmrdar::model_dimensions& dims = job.dimensions();
 
-  TABLE table;
-  table.COLUMN("field", TABLE::ALIGN::LEFT);
-  table.COLUMN("value", TABLE::ALIGN::LEFT);
-  const auto row = [&](std::string field, std::string value) { table.ROW({std::move(field), std::move(value)}); };
+  Table table;
+  table.column("field", Table::Align::left);
+  table.column("value", Table::Align::left);
+  const auto row = [&](std::string field, std::string value) { table.row({std::move(field), std::move(value)}); };
   row("job", path);
   std::filesystem::path stem(path);
-  row("motion file", stem.replace_extension(".dbm").string() + ": " + FILE_STATE(codes.MOTION));
-  if (codes.MOTION > 0) row("motion file words 4-8", WORDS(codes.MOTION_WORDS));
-  row("force file", stem.replace_extension(".dbf").string() + ": " + FILE_STATE(codes.FORCE));
-  if (codes.FORCE > 0) row("force file words 4-8", WORDS(codes.FORCE_WORDS));
-  const int32_t format = codes.MOTION > 0 ? codes.MOTION : codes.FORCE;
-  row("format", tmrdar::FORMAT_NAME(format) != nullptr ? tmrdar::FORMAT_NAME(format) : "unknown");
+  row("motion file", stem.replace_extension(".dbm").string() + ": " + file_state(codes.motion));
+  if (codes.motion > 0) row("motion file words 4-8", words(codes.motion_words));
+  row("force file", stem.replace_extension(".dbf").string() + ": " + file_state(codes.force));
+  if (codes.force > 0) row("force file words 4-8", words(codes.force_words));
+  const int32_t format = codes.motion > 0 ? codes.motion : codes.force;
+  row("format", tmrdar::format_name(format) != nullptr ? tmrdar::format_name(format) : "unknown");
 
-  const tmrdar::ANALYSIS_DETAILS details = job.DETAILS();
-  row("title", details.TITLE);
-  row("analysis detail 1", WHOLE(details.DETAIL_1));
-  row("analysis detail 2", WHOLE(details.DETAIL_2));
-  row("analysis detail 3", REAL(details.DETAIL_3));
-  const std::array<int32_t, 14> values = dims.AS_ARRAY();
-  for (std::size_t i = 0; i < values.size(); ++i) row(DIMENSION_NAMES[i], WHOLE(values[i]));
+  const tmrdar::analysis_details details = job.details();
+  row("title", details.title);
+  row("analysis detail 1", whole(details.detail_1));
+  row("analysis detail 2", whole(details.detail_2));
+  row("analysis detail 3", real(details.detail_3));
+  const std::array<int32_t, 14> values = dims.as_array();
+  for (std::size_t i = 0; i < values.size(); ++i) row(dimension_names[i], whole(values[i]));
 
   std::string range = "none";
-  if (dims.NUM_TIME_STEPS > 0) {
+  if (dims.num_time_steps > 0) {
     try {
-      const std::vector<float> times = job.TIMES();
-      range = REAL(times.front()) + " to " + REAL(times.back());
-    } catch (const tmrdar::FAILURE& failure) {
+      const std::vector<float> times = job.times();
+      range = real(times.front()) + " to " + real(times.back());
+    } catch (const tmrdar::error& failure) {
       range = std::string("unreadable: ") + failure.what();
     }
   }
   row("time range", range);
-  table.PRINT(stdout, arguments.HAS(CSV_OPTION.NAME), false);
+  table.print(stdout, arguments.has(csv_option.name), false);
   return 0;
 }
 

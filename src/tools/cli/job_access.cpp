@@ -6,29 +6,29 @@
 
 namespace tmrdar::cli {
 
-void CHECK_POSITIONAL(const ARGUMENTS& arguments, std::initializer_list<std::string_view> names,
+void check_positional(const Arguments& arguments, std::initializer_list<std::string_view> names,
                       std::size_t required) {
-  const auto& words = arguments.POSITIONAL();
+  const auto& words = arguments.positional();
   if (words.size() < required) {
-    throw USAGE_ERROR("the " + std::string(names.begin()[words.size()]) + " is missing");
+    throw UsageError("the " + std::string(names.begin()[words.size()]) + " is missing");
   }
-  if (words.size() > names.size()) throw USAGE_ERROR("unexpected argument '" + words[names.size()] + "'");
+  if (words.size() > names.size()) throw UsageError("unexpected argument '" + words[names.size()] + "'");
 }
 
-tmrdar::JOB OPEN_JOB(const ARGUMENTS& arguments) {
-  const auto& words = arguments.POSITIONAL();
-  FORGET_LIBRARY_MESSAGE();
-  tmrdar::JOB job(words.front());
-  if (const std::string message = LIBRARY_MESSAGE(); !message.empty()) {
+tmrdar::job open_job(const Arguments& arguments) {
+  const auto& words = arguments.positional();
+  forget_library_message();
+  tmrdar::job job(words.front());
+  if (const std::string message = library_message(); !message.empty()) {
     std::fprintf(stderr, "tmrdar: warning: the header of %s may be incomplete: %s\n", words.front().c_str(),
                  message.c_str());
   }
-  FORGET_LIBRARY_MESSAGE();
+  forget_library_message();
   return job;
 }
 
-std::string LIBRARY_MESSAGE() { return std::string(ERROR_HANDLING::LAST_MESSAGE()); }
+std::string library_message() { return std::string(error_handling::last_message()); }
 
-void FORGET_LIBRARY_MESSAGE() { ERROR_HANDLING::ERROR3(false, "", ""); }
+void forget_library_message() { error_handling::error3(false, "", ""); }
 
 }  // namespace tmrdar::cli

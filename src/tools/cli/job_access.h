@@ -12,19 +12,19 @@
 
 namespace tmrdar::cli {
 
-// Throws USAGE_ERROR unless the positional arguments are those named, of
-// which the first `required` must be given (the JOB first of all).
-void CHECK_POSITIONAL(const ARGUMENTS& arguments, std::initializer_list<std::string_view> names,
+// Throws UsageError unless the positional arguments are those named, of
+// which the first `required` must be given (the job first of all).
+void check_positional(const Arguments& arguments, std::initializer_list<std::string_view> names,
                       std::size_t required);
 
 // Opens the job named by the first positional argument. A message that the
 // library composed while it read the header is shown on standard error as a
 // warning (the header may not have been read whole), and then forgotten.
-tmrdar::JOB OPEN_JOB(const ARGUMENTS& arguments);
+tmrdar::job open_job(const Arguments& arguments);
 
 // The message that the library composed last and that has not been
 // forgotten; empty when there is none.
-std::string LIBRARY_MESSAGE();
-void FORGET_LIBRARY_MESSAGE();
+std::string library_message();
+void forget_library_message();
 
 }  // namespace tmrdar::cli

@@ -7,25 +7,25 @@
 
 namespace tmrdar::cli {
 
-struct CURVE_OF_GRAPH {
-  std::string NAME;
-  std::string COLOUR;      // an SVG colour, "#1f77b4"
-  std::vector<double> Y;   // one a point of the graph's X; a value that is not finite breaks the curve
+struct CurveOfGraph {
+  std::string name;
+  std::string colour;      // an SVG colour, "#1f77b4"
+  std::vector<double> y;   // one a point of the graph's X; a value that is not finite breaks the curve
 };
 
-struct GRAPH {
-  std::string TITLE;
-  std::string X_LABEL;
-  std::string Y_LABEL;
-  std::vector<double> X;
-  std::vector<CURVE_OF_GRAPH> CURVES;
+struct Graph {
+  std::string title;
+  std::string x_label;
+  std::string y_label;
+  std::vector<double> x;
+  std::vector<CurveOfGraph> curves;
 };
 
 // The graph as a whole SVG document.
-std::string SVG_TEXT(const GRAPH& graph);
+std::string svg_text(const Graph& graph);
 
-// Writes SVG_TEXT(graph) to `path`; throws std::runtime_error naming the path
+// Writes svg_text(graph) to `path`; throws std::runtime_error naming the path
 // when it cannot be written.
-void WRITE_SVG(const std::string& path, const GRAPH& graph);
+void write_svg(const std::string& path, const Graph& graph);
 
 }  // namespace tmrdar::cli

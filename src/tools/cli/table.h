@@ -10,32 +10,32 @@
 
 namespace tmrdar::cli {
 
-class TABLE {
+class Table {
  public:
-  enum class ALIGN { LEFT, RIGHT };
+  enum class Align { left, right };
 
-  void COLUMN(std::string name, ALIGN align = ALIGN::RIGHT);
+  void column(std::string name, Align align = Align::right);
   // One row, a cell a column; an empty cell shows as "-" in text.
-  void ROW(std::vector<std::string> cells);
+  void row(std::vector<std::string> cells);
 
   // Text: columns two blanks apart, numbers right-aligned, names left-aligned,
   // no trailing blanks, the column names first unless `names_in_text` is
   // false. CSV: the column names, then the rows, fields quoted where needed.
-  void PRINT(std::FILE* out, bool csv, bool names_in_text = true) const;
+  void print(std::FILE* out, bool csv, bool names_in_text = true) const;
 
  private:
   std::vector<std::string> names_;
-  std::vector<ALIGN> aligns_;
+  std::vector<Align> aligns_;
   std::vector<std::vector<std::string>> rows_;
 };
 
 // The shortest text that reads back as the same 32-bit real.
-std::string REAL(float value);
+std::string real(float value);
 // The same of a 64-bit real.
-std::string REAL(double value);
-std::string WHOLE(int64_t value);
+std::string real(double value);
+std::string whole(int64_t value);
 // A field of comma-separated values: quoted when it holds a comma, a quote,
 // a line break or blanks at either end.
-std::string CSV_FIELD(std::string_view text);
+std::string csv_field(std::string_view text);
 
 }  // namespace tmrdar::cli

@@ -17,28 +17,28 @@ TEST(Numerics, VectorsAndMatrixProducts) {
   V4 c4{};
   V4 c2{};
   V8 c8{};
-  CROSS_PRODUCT(V4{1, 2, 3}, V4{4, 5, 6}, c4);
-  MATH::CROSS_PRODUCT4(V4{1, 2, 3}, V4{4, 5, 6}, c2);
-  MATH::CROSS_PRODUCT8(V8{1, 2, 3}, V8{4, 5, 6}, c8);
+  cross_product(V4{1, 2, 3}, V4{4, 5, 6}, c4);
+  math::cross_product4(V4{1, 2, 3}, V4{4, 5, 6}, c2);
+  math::cross_product8(V8{1, 2, 3}, V8{4, 5, 6}, c8);
   EXPECT_EQ(c4, (V4{-3, 6, -3}));
   EXPECT_EQ(c2, (V4{-3, 6, -3}));
   EXPECT_EQ(c8, (V8{-3, 6, -3}));
 
-  struct CASE {
+  struct test_case {
     V4 a, b;
     float tolerance;
     int32_t flag;
     V4 c;
   };
-  for (const CASE& k : {CASE{{0, 0, 1}, {4, -3, 0}, 5.0F, 0, {0.6F, 0.8F, 0}},
-                        CASE{{0, 0, 1}, {4, -3, 0}, std::nextafter(5.0F, 6.0F), 1, {3, 4, 0}}}) {
+  for (const test_case& k : {test_case{{0, 0, 1}, {4, -3, 0}, 5.0F, 0, {0.6F, 0.8F, 0}},
+                        test_case{{0, 0, 1}, {4, -3, 0}, std::nextafter(5.0F, 6.0F), 1, {3, 4, 0}}}) {
     V4 c{};
     int32_t flag = 7;
-    CROSS(k.a, k.b, c, flag, k.tolerance);
+    cross(k.a, k.b, c, flag, k.tolerance);
     EXPECT_EQ(flag, k.flag) << k.tolerance;
     EXPECT_EQ(c, k.c) << k.tolerance;
   }
-  for (auto* routine : {&NORMALISE, &MATH::NORMALISE4}) {
+  for (auto* routine : {&normalise, &math::normalise4}) {
     V4 u{3, 4, 0};
     float size = -1;
     routine(u, size);
@@ -50,7 +50,7 @@ TEST(Numerics, VectorsAndMatrixProducts) {
   }
   V8 u{0, 0, -2};
   double size = -1;
-  MATH::NORMALISE8(u, size);
+  math::normalise8(u, size);
   EXPECT_EQ(size, 2.0);
   EXPECT_EQ(u, (V8{0, 0, -1}));
 
@@ -60,20 +60,20 @@ TEST(Numerics, VectorsAndMatrixProducts) {
   const std::vector<float> a{1, 4, 2, 5, 3, 6};
   const std::vector<float> b{7, 9, 11, 8, 10, 12};
   std::vector<float> r(6, -1);
-  EXPECT_TRUE(GMPRD(a, b, r, 2, 3, 2));
+  EXPECT_TRUE(gmprd(a, b, r, 2, 3, 2));
   EXPECT_EQ(r, (std::vector<float>{58, 139, 64, 154, -1, -1}));
   std::vector<double> d(6, -1);
-  EXPECT_TRUE(DGTPRD(std::vector<double>{1, 4, 2, 5, 3, 6}, std::vector<double>{7, 9, 8, 10}, d, 2, 3, 2));
+  EXPECT_TRUE(dgtprd(std::vector<double>{1, 4, 2, 5, 3, 6}, std::vector<double>{7, 9, 8, 10}, d, 2, 3, 2));
   EXPECT_EQ(d, (std::vector<double>{43, 59, 75, 48, 66, 84}));
   std::vector<float> one(1, -1);
   std::vector<double> one8(1, -1);
-  EXPECT_TRUE(GTPRD(std::vector<float>{1, 2, 3}, std::vector<float>{1, 1, 1}, one, 3, 1, 1));
-  EXPECT_TRUE(DGMPRD(std::vector<double>{1, 2, 3}, std::vector<double>{1, 1, 1}, one8, 1, 3, 1));
+  EXPECT_TRUE(gtprd(std::vector<float>{1, 2, 3}, std::vector<float>{1, 1, 1}, one, 3, 1, 1));
+  EXPECT_TRUE(dgmprd(std::vector<double>{1, 2, 3}, std::vector<double>{1, 1, 1}, one8, 1, 3, 1));
   EXPECT_EQ(one[0], 6.0F);
   EXPECT_EQ(one8[0], 6.0);
   std::vector<float> out(4, -1);
-  EXPECT_FALSE(GMPRD(a, b, out, 3, 2, 2));
-  EXPECT_FALSE(GTPRD(a, b, out, 4, 2, 1));
+  EXPECT_FALSE(gmprd(a, b, out, 3, 2, 2));
+  EXPECT_FALSE(gtprd(a, b, out, 4, 2, 1));
   EXPECT_EQ(out, (std::vector<float>(4, -1)));
 }
 

@@ -11,14 +11,14 @@ namespace tmrdar::platform {
 namespace {
 
 // What the console routines write to `target`, read back from `source`.
-std::string CONSOLE_OUTPUT(int target, int source, bool terminal) {
+std::string console_output(int target, int source, bool terminal) {
   std::fflush(stdout);
   const int saved = ::dup(STDOUT_FILENO);
   ::dup2(target, STDOUT_FILENO);
-  EXPECT_EQ(STANDARD_OUTPUT_IS_TERMINAL(), terminal);
-  CLEAR_CONSOLE();
-  SET_CONSOLE_CURSOR(2, 7);
-  SET_CONSOLE_CURSOR(-1, 7);  // outside the console: nothing
+  EXPECT_EQ(standard_output_is_terminal(), terminal);
+  clear_console();
+  set_console_cursor(2, 7);
+  set_console_cursor(-1, 7);  // outside the console: nothing
   std::fflush(stdout);
   ::dup2(saved, STDOUT_FILENO);
   ::close(saved);
@@ -30,33 +30,33 @@ std::string CONSOLE_OUTPUT(int target, int source, bool terminal) {
 }
 
 TEST(ConsoleAndArguments, ControlSequencesOnlyToATerminal) {
-  EXPECT_EQ(COMMAND_ARGUMENTS(), ::testing::internal::GetArgvs());
+  EXPECT_EQ(command_arguments(), ::testing::internal::GetArgvs());
   int pipe_ends[2];
   ASSERT_EQ(::pipe(pipe_ends), 0);
-  EXPECT_EQ(CONSOLE_OUTPUT(pipe_ends[1], pipe_ends[0], false), "");
+  EXPECT_EQ(console_output(pipe_ends[1], pipe_ends[0], false), "");
   ::close(pipe_ends[0]);
   ::close(pipe_ends[1]);
   const int master = ::posix_openpt(O_RDWR | O_NOCTTY);
   if (master < 0 || ::grantpt(master) != 0 || ::unlockpt(master) != 0) GTEST_SKIP() << "no pseudo terminal";
   const int terminal = ::open(::ptsname(master), O_RDWR | O_NOCTTY);
   ASSERT_GE(terminal, 0);
-  EXPECT_EQ(CONSOLE_OUTPUT(terminal, master, true), "\x1b[2J\x1b[H\x1b[3;8H");
+  EXPECT_EQ(console_output(terminal, master, true), "\x1b[2J\x1b[H\x1b[3;8H");
   ::close(terminal);
   ::close(master);
 }
 
 TEST(SplitPath, AtTheLastSeparatorAndTheLastPointOfTheLastComponent) {
-  struct CASE {
+  struct test_case {
     std::string_view full, directory, name, extension;
   };
-  for (const CASE& c : {CASE{"/run/jobs/riser.v2.DBM", "/run/jobs/", "riser.v2", ".DBM"},
-                        CASE{"/run.d/jobs/riser", "/run.d/jobs/", "riser", ""}, CASE{"riser.dbf", "", "riser", ".dbf"},
-                        CASE{"/run/.Job", "/run/", ".Job", ".Job"}, CASE{"/run.d/", "/run.d/", "", ""},
-                        CASE{"/a/  .x", "/a/", "  ", ".x"}}) {
-    const PATH_PARTS parts = SPLIT_PATH(c.full);
-    EXPECT_EQ(parts.DIRECTORY, c.directory) << c.full;
-    EXPECT_EQ(parts.NAME, c.name) << c.full;
-    EXPECT_EQ(parts.EXTENSION, c.extension) << c.full;
+  for (const test_case& c : {test_case{"/run/jobs/riser.v2.DBM", "/run/jobs/", "riser.v2", ".DBM"},
+                        test_case{"/run.d/jobs/riser", "/run.d/jobs/", "riser", ""}, test_case{"riser.dbf", "", "riser", ".dbf"},
+                        test_case{"/run/.Job", "/run/", ".Job", ".Job"}, test_case{"/run.d/", "/run.d/", "", ""},
+                        test_case{"/a/  .x", "/a/", "  ", ".x"}}) {
+    const PathParts parts = split_path(c.full);
+    EXPECT_EQ(parts.directory, c.directory) << c.full;
+    EXPECT_EQ(parts.name, c.name) << c.full;
+    EXPECT_EQ(parts.extension, c.extension) << c.full;
   }
 }
 

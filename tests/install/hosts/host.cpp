@@ -12,31 +12,31 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    tmrdar::JOB job(argv[1]);
-    std::printf("codes %d %d\n", job.CODES().MOTION, job.CODES().FORCE);
-    const tmrdar::MODEL_DIMENSIONS& dims = job.DIMENSIONS();
-    std::printf("steps %d elements %d nodes %d\n", dims.NUM_TIME_STEPS, dims.NUM_ELEMENTS, dims.NUM_NODES);
-    std::printf("title %s\n", job.DETAILS().TITLE.c_str());
-    const tmrdar::NODE_PROPERTIES node = job.NODE(1);
-    std::printf("node 1 x %.3f z %.3f\n", static_cast<double>(node.COORDINATES[0]),
-                static_cast<double>(node.COORDINATES[2]));
+    tmrdar::job job(argv[1]);
+    std::printf("codes %d %d\n", job.codes().motion, job.codes().force);
+    const tmrdar::model_dimensions& dims = job.dimensions();
+    std::printf("steps %d elements %d nodes %d\n", dims.num_time_steps, dims.num_elements, dims.num_nodes);
+    std::printf("title %s\n", job.details().title.c_str());
+    const tmrdar::node_properties node = job.node(1);
+    std::printf("node 1 x %.3f z %.3f\n", static_cast<double>(node.coordinates[0]),
+                static_cast<double>(node.coordinates[2]));
 
-    tmrdar::REQUEST time;
-    time.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::TIME;
-    std::printf("time of step 1 %.3f\n", static_cast<double>(job.VALUE(time, 1)));
-    const std::vector<float> times = job.HISTORY(time, 3);
+    tmrdar::request time;
+    time.output_type = tmrdar::output_type::time;
+    std::printf("time of step 1 %.3f\n", static_cast<double>(job.value(time, 1)));
+    const std::vector<float> times = job.history(time, 3);
     std::printf("times %.3f %.3f %.3f\n", static_cast<double>(times.at(0)), static_cast<double>(times.at(1)),
                 static_cast<double>(times.at(2)));
 
     // No node or element number: the label names the node, and its row's kind
     // lands in the position.
-    tmrdar::REQUEST by_label;
-    by_label.OUTPUT_TYPE = tmrdar::OUTPUT_TYPE::DISPLACEMENT;
-    by_label.LABEL = "Hang-off";
-    tmrdar::REQUEST resolved;
-    job.VALUE(by_label, 1, &resolved);
-    std::printf("label %s node %d position %d\n", by_label.LABEL.c_str(), resolved.NODE, resolved.POSITION);
-    job.CLOSE();
+    tmrdar::request by_label;
+    by_label.output_type = tmrdar::output_type::displacement;
+    by_label.label = "Hang-off";
+    tmrdar::request resolved;
+    job.value(by_label, 1, &resolved);
+    std::printf("label %s node %d position %d\n", by_label.label.c_str(), resolved.node, resolved.position);
+    job.close();
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "cxx_host: %s\n", failure.what());
     return 1;

@@ -1,4 +1,4 @@
-#include "core/file/t_file.h"
+#include "core/file/record_file.h"
 
 #include <sys/stat.h>
 
@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
-namespace tmrdar::MOD_FILE {
+namespace tmrdar::record_files {
 namespace {
 
 // Items on disk are little-endian images.
 template <typename T>
-void TO_NATIVE(T* items, std::size_t count) {
+void to_native(T* items, std::size_t count) {
   if constexpr (std::endian::native == std::endian::big && sizeof(T) > 1) {
     for (std::size_t i = 0; i < count; ++i) {
       auto* bytes = reinterpret_cast<unsigned char*>(items + i);
@@ -27,7 +27,7 @@ void TO_NATIVE(T* items, std::size_t count) {
 
 }  // namespace
 
-T_FILE::T_FILE(T_FILE&& other) noexcept
+RecordFile::RecordFile(RecordFile&& other) noexcept
     : name_(std::move(other.name_)),
       handle_(std::exchange(other.handle_, nullptr)),
       source_(std::move(other.source_)),
@@ -35,9 +35,9 @@ T_FILE::T_FILE(T_FILE&& other) noexcept
       failed_(std::exchange(other.failed_, false)),
       mode_(std::exchange(other.mode_, 0)) {}
 
-T_FILE& T_FILE::operator=(T_FILE&& other) noexcept {
+RecordFile& RecordFile::operator=(RecordFile&& other) noexcept {
   if (this != &other) {
-    CLOSE();
+    close();
     name_ = std::move(other.name_);
     handle_ = std::exchange(other.handle_, nullptr);
     source_ = std::move(other.source_);
@@ -48,16 +48,16 @@ T_FILE& T_FILE::operator=(T_FILE&& other) noexcept {
   return *this;
 }
 
-bool T_FILE::OPEN(std::string_view path, int32_t mode) {
+bool RecordFile::open(std::string_view path, int32_t mode) {
   mode_ = mode;
-  if (IS_OPEN()) return false;
+  if (is_open()) return false;
   name_.assign(path);
   position_ = 0;
   failed_ = false;
-  if (!HAS_MODE(MODE_WRITE)) {
+  if (!has_mode(mode_write)) {
     // A directory holds no bytes, and the mapped layer refuses it.
-    auto source = std::make_unique<MAPPED_FILE>();
-    if (source->OPEN(name_)) source_ = std::move(source);
+    auto source = std::make_unique<MappedFile>();
+    if (source->open(name_)) source_ = std::move(source);
     return source_ != nullptr;
   }
   handle_ = std::fopen(name_.c_str(), "wb");
@@ -71,7 +71,7 @@ bool T_FILE::OPEN(std::string_view path, int32_t mode) {
   return handle_ != nullptr;
 }
 
-void T_FILE::CLOSE() {
+void RecordFile::close() {
   if (handle_ != nullptr) std::fclose(handle_);
   handle_ = nullptr;
   source_.reset();
@@ -80,30 +80,30 @@ void T_FILE::CLOSE() {
   mode_ = 0;
 }
 
-bool T_FILE::EXISTS() const {
+bool RecordFile::exists() const {
   struct stat info {};
   return !name_.empty() && ::stat(name_.c_str(), &info) == 0;
 }
 
-int64_t T_FILE::SIZE() const {
-  if (source_ != nullptr) return source_->SIZE();
+int64_t RecordFile::size() const {
+  if (source_ != nullptr) return source_->size();
   struct stat info {};
   if (handle_ == nullptr || ::fstat(::fileno(handle_), &info) != 0) return 0;
   return static_cast<int64_t>(info.st_size);
 }
 
-void T_FILE::REMOVE() {
-  if (!EXISTS()) return;
-  CLOSE();
+void RecordFile::remove() {
+  if (!exists()) return;
+  close();
   std::remove(name_.c_str());
 }
 
-void T_FILE::SET_STATUS(int32_t* status) const {
+void RecordFile::set_status(int32_t* status) const {
   if (status == nullptr) return;
   *status = (source_ != nullptr ? failed_ : std::ferror(handle_) != 0) ? 1 : 0;
 }
 
-bool T_FILE::MOVE_TO(int64_t address, int32_t* status) {
+bool RecordFile::move_to(int64_t address, int32_t* status) {
   if (source_ != nullptr) {
     // A position past the end is no failure; the reads there find nothing.
     if (address < 1 || failed_) {
@@ -123,19 +123,19 @@ bool T_FILE::MOVE_TO(int64_t address, int32_t* status) {
 }
 
 template <typename T>
-void T_FILE::READ_ITEMS(T* items, std::size_t count, int32_t* status) {
+void RecordFile::read_items(T* items, std::size_t count, int32_t* status) {
   if (status != nullptr && *status != 0) return;
   if (source_ != nullptr) {
     // What the file does not hold keeps its old bytes, a part of an item too.
-    const int64_t got = source_->READ(position_, reinterpret_cast<std::byte*>(items),
+    const int64_t got = source_->read(position_, reinterpret_cast<std::byte*>(items),
                                       static_cast<int64_t>(count * sizeof(T)));
     if (got < 0) {
       failed_ = true;
     } else {
       position_ += got;
-      TO_NATIVE(items, static_cast<std::size_t>(got) / sizeof(T));
+      to_native(items, static_cast<std::size_t>(got) / sizeof(T));
     }
-    SET_STATUS(status);
+    set_status(status);
     return;
   }
   if (handle_ == nullptr) {
@@ -143,29 +143,29 @@ void T_FILE::READ_ITEMS(T* items, std::size_t count, int32_t* status) {
     return;
   }
   const std::size_t bytes = std::fread(items, 1, count * sizeof(T), handle_);
-  TO_NATIVE(items, bytes / sizeof(T));
-  SET_STATUS(status);
+  to_native(items, bytes / sizeof(T));
+  set_status(status);
 }
 
 template <typename T>
-void T_FILE::READ_STRIDED_AT(STRIDED<T> items, int64_t address, int32_t* status) {
+void RecordFile::read_strided_at(Strided<T> items, int64_t address, int32_t* status) {
   if (status != nullptr && *status != 0) return;
-  if (!MOVE_TO(address, status)) return;
+  if (!move_to(address, status)) return;
   // The copy starts from the items as they are, so what the file does not
   // hold stays stale after the unpacking.
   std::vector<T> packed(items.count);
   for (std::size_t i = 0; i < items.count; ++i) packed[i] = items.base[i * items.stride];
-  READ_ITEMS(packed.data(), packed.size(), status);
+  read_items(packed.data(), packed.size(), status);
   for (std::size_t i = 0; i < items.count; ++i) items.base[i * items.stride] = packed[i];
 }
 
 template <typename T>
-void T_FILE::WRITE_ITEMS(const T* items, std::size_t count, int32_t* status) {
+void RecordFile::write_items(const T* items, std::size_t count, int32_t* status) {
   if (status != nullptr && *status != 0) return;
   if (source_ != nullptr) {
     // A file open for reading refuses the write, and stays failed.
     failed_ = true;
-    SET_STATUS(status);
+    set_status(status);
     return;
   }
   if (handle_ == nullptr) {
@@ -174,79 +174,79 @@ void T_FILE::WRITE_ITEMS(const T* items, std::size_t count, int32_t* status) {
   }
   if constexpr (std::endian::native == std::endian::big && sizeof(T) > 1) {
     std::vector<T> swapped(items, items + count);
-    TO_NATIVE(swapped.data(), count);
+    to_native(swapped.data(), count);
     std::fwrite(swapped.data(), sizeof(T), count, handle_);
   } else {
     std::fwrite(items, sizeof(T), count, handle_);
   }
-  SET_STATUS(status);
+  set_status(status);
 }
 
-void T_FILE::READ_INT(std::span<int32_t> items, int32_t* status) {
-  READ_ITEMS(items.data(), items.size(), status);
+void RecordFile::read_int(std::span<int32_t> items, int32_t* status) {
+  read_items(items.data(), items.size(), status);
 }
-void T_FILE::READ_REAL(std::span<float> items, int32_t* status) {
-  READ_ITEMS(items.data(), items.size(), status);
+void RecordFile::read_real(std::span<float> items, int32_t* status) {
+  read_items(items.data(), items.size(), status);
 }
-void T_FILE::READ_REAL8(std::span<double> items, int32_t* status) {
-  READ_ITEMS(items.data(), items.size(), status);
+void RecordFile::read_real8(std::span<double> items, int32_t* status) {
+  read_items(items.data(), items.size(), status);
 }
-void T_FILE::READ_CHAR(std::span<char> text, int32_t* status) {
-  READ_ITEMS(text.data(), text.size(), status);
+void RecordFile::read_char(std::span<char> text, int32_t* status) {
+  read_items(text.data(), text.size(), status);
 }
-void T_FILE::READ_1_INT(int32_t& item, int32_t* status) { READ_ITEMS(&item, 1, status); }
-void T_FILE::READ_1_REAL(float& item, int32_t* status) { READ_ITEMS(&item, 1, status); }
+void RecordFile::read_1_int(int32_t& item, int32_t* status) { read_items(&item, 1, status); }
+void RecordFile::read_1_real(float& item, int32_t* status) { read_items(&item, 1, status); }
 
-void T_FILE::READ_INT_AT(std::span<int32_t> items, int64_t address, int32_t* status) {
+void RecordFile::read_int_at(std::span<int32_t> items, int64_t address, int32_t* status) {
   if (status != nullptr && *status != 0) return;
-  if (MOVE_TO(address, status)) READ_INT(items, status);
+  if (move_to(address, status)) read_int(items, status);
 }
-void T_FILE::READ_REAL_AT(std::span<float> items, int64_t address, int32_t* status) {
+void RecordFile::read_real_at(std::span<float> items, int64_t address, int32_t* status) {
   if (status != nullptr && *status != 0) return;
-  if (MOVE_TO(address, status)) READ_REAL(items, status);
+  if (move_to(address, status)) read_real(items, status);
 }
-void T_FILE::READ_REAL8_AT(std::span<double> items, int64_t address, int32_t* status) {
+void RecordFile::read_real8_at(std::span<double> items, int64_t address, int32_t* status) {
   if (status != nullptr && *status != 0) return;
-  if (MOVE_TO(address, status)) READ_REAL8(items, status);
+  if (move_to(address, status)) read_real8(items, status);
 }
-void T_FILE::READ_CHAR_AT(std::span<char> text, int64_t address, int32_t* status) {
+void RecordFile::read_char_at(std::span<char> text, int64_t address, int32_t* status) {
   if (status != nullptr && *status != 0) return;
-  if (MOVE_TO(address, status)) READ_CHAR(text, status);
+  if (move_to(address, status)) read_char(text, status);
 }
-void T_FILE::READ_1_INT_AT(int32_t& item, int64_t address, int32_t* status) {
-  READ_INT_AT(std::span<int32_t>(&item, 1), address, status);
+void RecordFile::read_1_int_at(int32_t& item, int64_t address, int32_t* status) {
+  read_int_at(std::span<int32_t>(&item, 1), address, status);
 }
-void T_FILE::READ_1_REAL_AT(float& item, int64_t address, int32_t* status) {
-  READ_REAL_AT(std::span<float>(&item, 1), address, status);
+void RecordFile::read_1_real_at(float& item, int64_t address, int32_t* status) {
+  read_real_at(std::span<float>(&item, 1), address, status);
 }
-void T_FILE::READ_INT_AT(STRIDED<int32_t> items, int64_t address, int32_t* status) {
-  READ_STRIDED_AT(items, address, status);
+void RecordFile::read_int_at(Strided<int32_t> items, int64_t address, int32_t* status) {
+  read_strided_at(items, address, status);
 }
-void T_FILE::READ_REAL_AT(STRIDED<float> items, int64_t address, int32_t* status) {
-  READ_STRIDED_AT(items, address, status);
+void RecordFile::read_real_at(Strided<float> items, int64_t address, int32_t* status) {
+  read_strided_at(items, address, status);
 }
 
-void T_FILE::WRITE_INT(std::span<const int32_t> items, int32_t* status) {
-  WRITE_ITEMS(items.data(), items.size(), status);
+void RecordFile::write_int(std::span<const int32_t> items, int32_t* status) {
+  write_items(items.data(), items.size(), status);
 }
-void T_FILE::WRITE_REAL(std::span<const float> items, int32_t* status) {
-  WRITE_ITEMS(items.data(), items.size(), status);
+void RecordFile::write_real(std::span<const float> items, int32_t* status) {
+  write_items(items.data(), items.size(), status);
 }
-void T_FILE::WRITE_BYTE_ARRAY(std::span<const std::byte> items, int32_t* status) {
-  WRITE_ITEMS(items.data(), items.size(), status);
+void RecordFile::write_byte_array(std::span<const std::byte> items, int32_t* status) {
+  write_items(items.data(), items.size(), status);
 }
-void T_FILE::WRITE_CHAR(std::string_view text, int32_t* status) {
-  WRITE_ITEMS(text.data(), text.size(), status);
+void RecordFile::write_char(std::string_view text, int32_t* status) {
+  write_items(text.data(), text.size(), status);
 }
-void T_FILE::WRITE_1_INT(int32_t item, int32_t* status) { WRITE_ITEMS(&item, 1, status); }
-void T_FILE::WRITE_1_REAL(float item, int32_t* status) { WRITE_ITEMS(&item, 1, status); }
-void T_FILE::WRITE_1_REAL_AT(float item, int64_t address, int32_t* status) {
+void RecordFile::write_1_int(int32_t item, int32_t* status) { write_items(&item, 1, status); }
+void RecordFile::write_1_real(float item, int32_t* status) { write_items(&item, 1, status); }
+void RecordFile::write_1_real_at(float item, int64_t address, int32_t* status) {
   if (status != nullptr && *status != 0) return;
-  if (MOVE_TO(address, status)) WRITE_1_REAL(item, status);
+  if (move_to(address, status)) write_1_real(item, status);
 }
-void T_FILE::ENDL(int32_t* status) {
+void RecordFile::endl(int32_t* status) {
   const char carriage_return = 13;
-  WRITE_ITEMS(&carriage_return, 1, status);
+  write_items(&carriage_return, 1, status);
 }
 
-}  // namespace tmrdar::MOD_FILE
+}  // namespace tmrdar::record_files

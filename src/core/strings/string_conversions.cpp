@@ -3,19 +3,19 @@
 #include <limits>
 #include <string>
 
-#include "core/strings/t_string.h"
+#include "core/strings/string.h"
 #include "core/text/free_form_read.h"
 
-namespace tmrdar::MOD_STRING {
+namespace tmrdar::strings {
 namespace {
 
-constexpr int64_t MAX_BYTES = std::numeric_limits<int32_t>::max();
+constexpr int64_t max_bytes = std::numeric_limits<int32_t>::max();
 
-constexpr std::string_view ALPHABET =
+constexpr std::string_view alphabet =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 // The six bits a character stands for, or -1 outside the alphabet.
-constexpr int SEXTET(char c) {
+constexpr int sextet(char c) {
   if (c >= 'A' && c <= 'Z') return c - 'A';
   if (c >= 'a' && c <= 'z') return c - 'a' + 26;
   if (c >= '0' && c <= '9') return c - '0' + 52;
@@ -26,24 +26,24 @@ constexpr int SEXTET(char c) {
 
 }  // namespace
 
-int32_t T_STRING::TO_INT(bool& ok) const {
+int32_t String::to_int(bool& ok) const {
   int32_t value = 0;
-  const FREE_FORM_READ read = READ_FREE_FORM_INTEGER(STORAGE(), value);
-  ok = read == FREE_FORM_READ::VALUE || read == FREE_FORM_READ::NULL_VALUE;
+  const FreeFormRead read = read_free_form_integer(storage(), value);
+  ok = read == FreeFormRead::value || read == FreeFormRead::null_value;
   return ok ? value : 0;
 }
 
-float T_STRING::TO_REAL(bool& ok) const {
+float String::to_real(bool& ok) const {
   float value = 0.0F;
-  const FREE_FORM_READ read = READ_FREE_FORM_REAL(STORAGE(), value);
-  ok = read == FREE_FORM_READ::VALUE || read == FREE_FORM_READ::NULL_VALUE;
+  const FreeFormRead read = read_free_form_real(storage(), value);
+  ok = read == FreeFormRead::value || read == FreeFormRead::null_value;
   return ok ? value : 0.0F;
 }
 
-void T_STRING::TO_BASE64() {
+void String::to_base64() {
   if (length_ == 0) return;
   const int64_t encoded_length = (int64_t{length_} + 2) / 3 * 4;
-  if (encoded_length > MAX_BYTES) return;
+  if (encoded_length > max_bytes) return;
   std::string encoded;
   encoded.reserve(static_cast<std::size_t>(encoded_length));
   const auto* const bytes = reinterpret_cast<const unsigned char*>(buffer_.get());
@@ -54,21 +54,21 @@ void T_STRING::TO_BASE64() {
     if (present > 2) group |= uint32_t{bytes[i + 2]};
     for (int k = 0; k < 4; ++k) {
       const bool padding = k > present;
-      encoded.push_back(padding ? '=' : ALPHABET[(group >> (18 - 6 * k)) & 0x3F]);
+      encoded.push_back(padding ? '=' : alphabet[(group >> (18 - 6 * k)) & 0x3F]);
     }
   }
-  CLEAR_STRING();
-  APPEND_CHARS(encoded);
+  clear_string();
+  append_chars(encoded);
 }
 
-void T_STRING::FROM_BASE64() {
+void String::from_base64() {
   // Decoded in place: each byte written needs more than one character read,
   // so writing never overtakes reading.
   uint32_t bits = 0;
   int bit_count = 0;
   int32_t written = 0;
   for (int32_t i = 0; i < length_; ++i) {
-    const int sextet = SEXTET(buffer_[i]);
+    const int sextet = sextet(buffer_[i]);
     if (sextet < 0) continue;
     bits = ((bits << 6) | static_cast<uint32_t>(sextet)) & 0x3FFF;
     bit_count += 6;
@@ -80,4 +80,4 @@ void T_STRING::FROM_BASE64() {
   length_ = written;
 }
 
-}  // namespace tmrdar::MOD_STRING
+}  // namespace tmrdar::strings
