@@ -718,45 +718,45 @@ class job {
   // One result at time step `step` (1 to num_time_steps). When `resolved` is
   // given, it receives the request with the node, element and position that a
   // label named.
-  float value(const request& request, int32_t step, request* resolved = nullptr) const {
+  float value(const request& query, int32_t step, request* resolved = nullptr) const {
     check_open();
     if (step < 1 || step > dims_.num_time_steps) {
       throw error(bad_step(step), request_step_bad);
     }
-    request asked = request;
+    request asked = query;
     float value = 0.0F;
     const int32_t mask =
         ::GetRequestedSingleValue(&codes_.motion, &codes_.force, &asked.output_type, &asked.subtype, &asked.node,
                                   &asked.element, &asked.position, &dims_.num_time_steps, &step, &value,
                                   asked.label.data(), static_cast<int64_t>(asked.label.size()));
     if (resolved != nullptr) *resolved = asked;
-    if (mask > 0) throw error(request_failure(request, asked, mask, step, false), mask);
+    if (mask > 0) throw error(request_failure(query, asked, mask, step, false), mask);
     return value;
   }
 
   // The result at steps 1 to values' length into the caller's array. After a
   // failure part of the way, the values before the failed step are good.
-  void history(const request& request, float* values, std::size_t count, request* resolved = nullptr) const {
+  void history(const request& query, float* values, std::size_t count, request* resolved = nullptr) const {
     check_open();
     if (count > static_cast<std::size_t>(dims_.num_time_steps > 0 ? dims_.num_time_steps : 0)) {
       throw error(bad_count(static_cast<int64_t>(count)), request_step_bad);
     }
-    request asked = request;
+    request asked = query;
     const auto n = static_cast<int32_t>(count);
     const int32_t mask =
         ::GetRequestedHistory(&codes_.motion, &codes_.force, &asked.output_type, &asked.subtype, &asked.node,
                               &asked.element, &asked.position, &dims_.num_time_steps, &n, values, asked.label.data(),
                               static_cast<int64_t>(asked.label.size()));
     if (resolved != nullptr) *resolved = asked;
-    if (mask > 0) throw error(request_failure(request, asked, mask, n, true), mask);
+    if (mask > 0) throw error(request_failure(query, asked, mask, n, true), mask);
   }
 #ifdef TMRDAR_HPP_HAS_SPAN
-  void history(const request& request, std::span<float> values, request* resolved = nullptr) const {
-    history(request, values.data(), values.size(), resolved);
+  void history(const request& query, std::span<float> values, request* resolved = nullptr) const {
+    history(query, values.data(), values.size(), resolved);
   }
 #endif
   // The result at steps 1 to `count`.
-  std::vector<float> history(const request& request, int32_t count, request* resolved = nullptr) const {
+  std::vector<float> history(const request& query, int32_t count, request* resolved = nullptr) const {
     check_open();
     if (count < 0 || count > dims_.num_time_steps) {
       throw error(bad_count(count), request_step_bad);
@@ -768,11 +768,11 @@ class job {
                     request_step_bad);
     }
     std::vector<float> values(static_cast<std::size_t>(count));
-    history(request, values.data(), values.size(), resolved);
+    history(query, values.data(), values.size(), resolved);
     return values;
   }
   // The result at every step of the job.
-  std::vector<float> history(const request& request) const { return history(request, dims_.num_time_steps); }
+  std::vector<float> history(const request& query) const { return history(query, dims_.num_time_steps); }
 
   // The time of every step.
   std::vector<float> times() const {
@@ -784,24 +784,24 @@ class job {
   // The result at steps `first` to `last`, 1 <= first <= last <=
   // num_time_steps. The library reads a history from step 1, so steps 1 to
   // `last` are read and those before `first` dropped.
-  std::vector<float> history_steps(const request& request, int32_t first, int32_t last,
+  std::vector<float> history_steps(const request& query, int32_t first, int32_t last,
                                    request* resolved = nullptr) const {
     check_steps(first, last);
-    std::vector<float> values = history(request, last, resolved);
+    std::vector<float> values = history(query, last, resolved);
     values.erase(values.begin(), values.begin() + (first - 1));
     return values;
   }
 
   // The statistics of one result over steps `first` to `last`.
-  history_statistics statistics(const request& request, int32_t first, int32_t last,
+  history_statistics statistics(const request& query, int32_t first, int32_t last,
                                 request* resolved = nullptr) const {
     check_steps(first, last);
-    const std::vector<float> values = history(request, last, resolved);
+    const std::vector<float> values = history(query, last, resolved);
     return statistics_of(values.data() + (first - 1), static_cast<std::size_t>(last - first + 1), first);
   }
   // The statistics of one result over the whole run.
-  history_statistics statistics(const request& request) const {
-    return statistics(request, 1, dims_.num_time_steps);
+  history_statistics statistics(const request& query) const {
+    return statistics(query, 1, dims_.num_time_steps);
   }
 
   // The places along the riser that results of `output_type` belong to, in
@@ -840,10 +840,10 @@ class job {
 
   // The result that `request`'s output type and subtype name, at step
   // `step`, at each of `points` (its item is not looked at).
-  std::vector<snapshot_point> snapshot(const request& request, int32_t step, const std::vector<riser_point>& points,
+  std::vector<snapshot_point> snapshot(const request& query, int32_t step, const std::vector<riser_point>& points,
                                        const progress& progress = {}) const {
     std::vector<snapshot_point> snapshot(points.size());
-    request asked = request;
+    request asked = query;
     for (std::size_t i = 0; i < points.size(); ++i) {
       at_point(asked, points[i]);
       snapshot[i].point = points[i];
@@ -853,19 +853,19 @@ class job {
     return snapshot;
   }
   // The same at every place along the riser (see riser_points).
-  std::vector<snapshot_point> snapshot(const request& request, int32_t step, const progress& progress = {}) const {
-    return snapshot(request, step, riser_points(request.output_type), progress);
+  std::vector<snapshot_point> snapshot(const request& query, int32_t step, const progress& progress = {}) const {
+    return snapshot(query, step, riser_points(query.output_type), progress);
   }
 
   // The range graph of the result that `request`'s output type and subtype
   // name, over steps `first` to `last`, at each of `points`: one history read
   // a point, into one buffer.
-  std::vector<range_point> range_graph(const request& request, int32_t first, int32_t last,
+  std::vector<range_point> range_graph(const request& query, int32_t first, int32_t last,
                                        const std::vector<riser_point>& points, const progress& progress = {}) const {
     check_steps(first, last);
     std::vector<float> buffer(static_cast<std::size_t>(last));
     std::vector<range_point> graph(points.size());
-    request asked = request;
+    request asked = query;
     for (std::size_t i = 0; i < points.size(); ++i) {
       at_point(asked, points[i]);
       history(asked, buffer.data(), buffer.size());
@@ -877,10 +877,10 @@ class job {
     return graph;
   }
   // The same at every place along the riser (see riser_points).
-  std::vector<range_point> range_graph(const request& request, int32_t first, int32_t last,
+  std::vector<range_point> range_graph(const request& query, int32_t first, int32_t last,
                                        const progress& progress = {}) const {
     check_steps(first, last);
-    return range_graph(request, first, last, riser_points(request.output_type), progress);
+    return range_graph(query, first, last, riser_points(query.output_type), progress);
   }
 
   // The nodes of one kind in row order, found by asking for their numbers:
@@ -928,8 +928,8 @@ class job {
     std::map<int32_t, element_properties> by_row;
     for (int64_t number = 1; static_cast<int64_t>(by_row.size()) < rows && number <= max_number; ++number) {
       if (!has_element(static_cast<int32_t>(number), kind)) continue;
-      const element_properties element = element(static_cast<int32_t>(number), kind);
-      if (element.row >= 1 && element.row <= rows) by_row.emplace(element.row, element);
+      const element_properties found = element(static_cast<int32_t>(number), kind);
+      if (found.row >= 1 && found.row <= rows) by_row.emplace(found.row, found);
     }
     element_list list;
     for (const auto& row : by_row) list.elements.push_back(row.second);
@@ -972,11 +972,11 @@ class job {
   }
 
   // The request of the same output type and subtype at `point`.
-  static void at_point(request& request, const riser_point& point) {
-    request.label.clear();
-    request.node = point.node;
-    request.element = point.element;
-    request.position = point.element > 0 ? point.position : position::start;
+  static void at_point(request& query, const riser_point& point) {
+    query.label.clear();
+    query.node = point.node;
+    query.element = point.element;
+    query.position = point.element > 0 ? point.position : position::start;
   }
 
   static std::string no_format() { return "the version codes select no database format"; }
@@ -994,18 +994,18 @@ class job {
 
   // The reasons of a request's error mask, in words. `asked` holds the
   // node, element and position after a label was looked up.
-  std::string request_failure(const request& request, const request& asked, int32_t mask, int32_t step,
+  std::string request_failure(const request& query, const request& asked, int32_t mask, int32_t step,
                               bool history) const {
-    const int32_t type = request.output_type;
+    const int32_t type = query.output_type;
     const output_type_info* info = describe_output_type(type);
-    const bool by_label = type > 4 && request.node < 1 && request.element < 1;
+    const bool by_label = type > 4 && query.node < 1 && query.element < 1;
     std::vector<std::string> reasons;
     const auto has = [mask](int32_t bit) { return (mask & bit) != 0; };
 
     if ((mask & 3) == 3) reasons.push_back(no_format());
-    if (type == output_type::clashing && request.subtype >= 1 && request.subtype <= 3 && (mask & 12) == 12) {
-      reasons.push_back("clashing subtype " + std::to_string(request.subtype) + " needs the " +
-                        (request.subtype == 1 ? "motion" : "force") + " database, which does not exist");
+    if (type == output_type::clashing && query.subtype >= 1 && query.subtype <= 3 && (mask & 12) == 12) {
+      reasons.push_back("clashing subtype " + std::to_string(query.subtype) + " needs the " +
+                        (query.subtype == 1 ? "motion" : "force") + " database, which does not exist");
     } else {
       if (has(4)) {
         if (info == nullptr) {
@@ -1017,7 +1017,7 @@ class job {
         }
       }
       if (has(8) && info != nullptr) {
-        reasons.push_back("subtype " + std::to_string(request.subtype) + " of " + detail::type_name(type) +
+        reasons.push_back("subtype " + std::to_string(query.subtype) + " of " + detail::type_name(type) +
                           " is not one of 1 to " + std::to_string(info->max_subtype));
       }
     }
@@ -1026,13 +1026,13 @@ class job {
       reasons.push_back(history ? bad_count(step) : bad_step(step));
     }
     if (has(1024)) {
-      const bool blank = request.label.find_first_not_of(' ') == std::string::npos;
+      const bool blank = query.label.find_first_not_of(' ') == std::string::npos;
       if (!blank) {
-        reasons.push_back("label " + detail::quoted(request.label) + " is not in the database");
-      } else if (request.element < 0) {
+        reasons.push_back("label " + detail::quoted(query.label) + " is not in the database");
+      } else if (query.element < 0) {
         // The library takes a request whose node and element are both below
         // 1 as one that names its item by label.
-        reasons.push_back("element " + std::to_string(request.element) +
+        reasons.push_back("element " + std::to_string(query.element) +
                           " is below 1, so the request looks for a label, and names none");
       } else {
         reasons.push_back("the request names no item: give a number above 0 or a label");
@@ -1045,13 +1045,13 @@ class job {
     if (has(4096) && info != nullptr) reasons.push_back(item_not_found(*info, asked, by_label));
     if (has(8192)) {
       if (by_label && asked.element == 0 && asked.node > 0) {
-        reasons.push_back("label " + detail::quoted(request.label) + " names node " + std::to_string(asked.node) +
+        reasons.push_back("label " + detail::quoted(query.label) + " names node " + std::to_string(asked.node) +
                           ", not an element");
       } else {
         reasons.push_back(detail::item_words(item::element, asked.element) + " is not in the database");
       }
     }
-    if (has(2048)) reasons.push_back(detail::not_written(type, request.subtype));
+    if (has(2048)) reasons.push_back(detail::not_written(type, query.subtype));
     if (has(16384)) reasons.push_back("the value could not be read or computed from the database");
     if (reasons.empty()) reasons.push_back("the request was refused with error mask " + std::to_string(mask));
     return detail::joined(reasons);

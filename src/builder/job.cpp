@@ -105,7 +105,7 @@ header::HeaderVariables Job::counted_run() const {
 }
 
 common_database::BlockCounts Job::layout_counts() const {
-  common_database::BlockCounts counts = counts;
+  common_database::BlockCounts counts = this->counts;
   const header::HeaderVariables run = counted_run();  // the counts as written
   const auto records = [](int32_t& field, int64_t model_records) {
     if (field != 0) return;
@@ -199,13 +199,13 @@ FileImage Job::image(FileKind kind) const {
   // record. The blocks stand behind the directory.
   int64_t first_block_record = 1;
   if (layout.block_directory) {
-    const int32_t last_directory_record = last_directory_record();
-    image.put(1, Record::ints({num_block_addresses, last_directory_record}));
-    const BlockAddresses directory = directory();
-    for (std::size_t i = 0; i < directory.addresses.size(); ++i) {
-      image.put_int(2 + static_cast<int64_t>(i / 8), static_cast<int>(i % 8) + 1, directory.addresses[i]);
+    const int32_t last_record = last_directory_record();
+    image.put(1, Record::ints({num_block_addresses, last_record}));
+    const BlockAddresses addresses = directory();
+    for (std::size_t i = 0; i < addresses.addresses.size(); ++i) {
+      image.put_int(2 + static_cast<int64_t>(i / 8), static_cast<int>(i % 8) + 1, addresses.addresses[i]);
     }
-    first_block_record = last_directory_record;  // 0-based record behind the directory
+    first_block_record = last_record;  // 0-based record behind the directory
   }
 
   // The blocks, each at its place, each within the records reserved for it.
@@ -213,7 +213,7 @@ FileImage Job::image(FileKind kind) const {
   const header::HeaderVariables v = counted_run();
   std::map<int32_t, std::vector<Record>> blocks = run_control_blocks(*this, layout);
   blocks.merge(model_blocks(model, v, layout));
-  for (const auto& [k, records] : blocks) blocks[k] = records;
+  for (const auto& [k, records] : this->blocks) blocks[k] = records;
   for (const auto& [k, records] : blocks) {
     const BlockPlace& place = plan.place(k);
     if (!has_block(layout, k) || place.first < 0) {

@@ -14,8 +14,8 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
   HeaderTables& t = tables;
   const std::array<int32_t, 8>& i = header_ints;
   const std::array<float, 8>& r = header_reals;
-  constexpr Words i = Words::ints;
-  constexpr Words r = Words::reals;
+  constexpr Words ints = Words::ints;
+  constexpr Words reals = Words::reals;
   int32_t status = 0;
 
   // Pipe-in-pipe: for each connection, one record of 2 integers a row.
@@ -24,7 +24,7 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
     const int64_t rows = t.pip_data.extent(1);
     for (int64_t c = 1; c <= t.pip_data.extent(3); ++c) {
       for (int64_t j = 1; j <= rows; ++j) {
-        read_runs(*this, record_at(block, (c - 1) * rows + j - 1), {{i, 2}}, status);
+        read_runs(*this, record_at(block, (c - 1) * rows + j - 1), {{ints, 2}}, status);
         if (status != 0) return header_failure("Unable to read pipe-in-pipe data from database header.", flag);
         t.pip_data(j, 1, c) = i[0];
         t.pip_data(j, 2, c) = i[1];
@@ -41,7 +41,7 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
     const int64_t surfaces = t.guide_surface_ids.extent();
     const int64_t head = version.guide_surface_head_records;
     for (int64_t g = 1; g <= surfaces; ++g) {
-      read_runs(*this, record_at(block, head * (g - 1)), {{i, 1}, {r, 2}, {i, 3}, {r, 2}}, status);
+      read_runs(*this, record_at(block, head * (g - 1)), {{ints, 1}, {reals, 2}, {ints, 3}, {reals, 2}}, status);
       if (status != 0) return header_failure("Unable to read guide surface data from database header.", flag);
       t.guide_surface_ids(g) = i[0];
       t.guide_surface_values(g, 1) = r[0];
@@ -62,7 +62,7 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
   if (num_panels > 0) {
     const int64_t block = block_position(35);
     for (int64_t p = 1; p <= t.panel_values.extent(); ++p) {
-      read_runs(*this, record_at(block, p - 1), {{i, 7}}, status);
+      read_runs(*this, record_at(block, p - 1), {{ints, 7}}, status);
       if (status != 0) return header_failure("Unable to read panel data from database header.", flag);
       t.panel_table(p, 2) = i[0];
       t.panel_table(p, 3) = i[1];
@@ -77,7 +77,7 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
   if (num_zero_gap_guides > 0) {
     const int64_t block = block_position(36);
     for (int64_t z = 1; z <= t.zero_gap_guide_ids.extent(); ++z) {
-      read_runs(*this, record_at(block, z - 1), {{i, 1}, {r, 7}}, status);
+      read_runs(*this, record_at(block, z - 1), {{ints, 1}, {reals, 7}}, status);
       if (status != 0) return header_failure("Unable to read zero gap guide dimensions from database header.", flag);
       t.zero_gap_guide_ids(z) = i[0];
       t.zero_gap_guide_values(z) = r[0];
@@ -89,12 +89,12 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
   if (num_installation_criteria > 0) {
     constexpr std::string_view message = "Unable to read installation criteria data from database header.";
     const int64_t block = block_position(37);
-    read_runs(*this, block, {{i, 5}}, status);
+    read_runs(*this, block, {{ints, 5}}, status);
     if (status != 0) return header_failure(message, flag);
     std::copy_n(i.begin(), t.installation_settings.size(), t.installation_settings.begin());
     for (int64_t c = 1; c <= t.installation_criteria_ids.extent(); ++c) {
       const int64_t first = record_at(block, 1 + 9 * (c - 1));
-      read_runs(*this, first, {{i, 1}, {r, 2}}, status);
+      read_runs(*this, first, {{ints, 1}, {reals, 2}}, status);
       if (status != 0) return header_failure(message, flag);
       t.installation_criteria_ids(c) = i[0];
       t.installation_criteria_value_1(c) = r[0];
@@ -111,12 +111,12 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
     const int64_t block = block_position(38);
     for (int64_t b = 1; b <= t.floating_body_ids.extent(); ++b) {
       const int64_t first = record_at(block, 4 * (b - 1));
-      read_runs(*this, first, {{i, 1}}, status);
+      read_runs(*this, first, {{ints, 1}}, status);
       if (status != 0) return header_failure(message, flag);
       t.floating_body_ids(b) = i[0];
       header_file.read_char_at(t.floating_body_names(b).span(), record_at(first, 1), status);
       header_file.read_real8_at(std::span(&t.floating_body_values(b), 1), record_at(first, 2), status);
-      read_runs(*this, record_at(first, 3), {{i, 1}}, status);
+      read_runs(*this, record_at(first, 3), {{ints, 1}}, status);
       if (status != 0) return header_failure(message, flag);
       t.floating_body_codes(b) = i[0];
     }
@@ -144,7 +144,7 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
   }
 
   // The stinger: 6 reals, read whether or not the model has a stinger.
-  read_runs(*this, block_position(40), {{r, 6}}, status);
+  read_runs(*this, block_position(40), {{reals, 6}}, status);
   if (status != 0) return header_failure("Unable to read stinger plane data from database header", flag);
   const auto stinger = static_cast<std::size_t>(std::min<int64_t>(t.stinger_data.extent(), 6));
   std::copy_n(r.begin(), stinger, t.stinger_data.storage().begin());

@@ -57,7 +57,7 @@ bool FormatReader::read_material_and_item_blocks(int32_t& flag) {
   }
   const std::array<int32_t, 8>& words = header_ints;
   const std::array<float, 8>& reals = header_reals;
-  const int64_t file_records = file_records();
+  const int64_t records_in_file = file_records();
   int32_t status = 0;
 
   // Block 48: one record of 5 counts and flags.
@@ -74,7 +74,7 @@ bool FormatReader::read_material_and_item_blocks(int32_t& flag) {
   if (num_plastic_hardening_models > 0) {
     const int32_t count = num_plastic_hardening_models;
     Table<ph::PlasticHardening>& models = tables.plastic_hardening_models;
-    if (count > file_records || !models.allocate({count})) return header_failure(models_failure, flag);
+    if (count > records_in_file || !models.allocate({count})) return header_failure(models_failure, flag);
 
     // The points of all curves stand 4 to a record, so together they cannot
     // outnumber four times the file's records.
@@ -87,7 +87,7 @@ bool FormatReader::read_material_and_item_blocks(int32_t& flag) {
       const int32_t points = words[2];
       const int32_t pairs = std::max(points, 0);
       all_points += pairs;
-      if (all_points > 4 * file_records) return header_failure(models_failure, flag);
+      if (all_points > 4 * records_in_file) return header_failure(models_failure, flag);
 
       ph::PlasticHardening& model = models(m);
       ph::plastic_hardening_init(model);
@@ -105,7 +105,7 @@ bool FormatReader::read_material_and_item_blocks(int32_t& flag) {
     for (int32_t m = 1; m <= count; ++m) {
       ph::PlasticHardening& model = models(m);
       const int64_t records = curve_records(model.num_points, model.data_rows_ub());
-      if (records > file_records - record) return header_failure(models_failure, flag);
+      if (records > records_in_file - record) return header_failure(models_failure, flag);
       int32_t point = 0;
       for (int64_t r = 0; r < records; ++r) {
         read_runs(*this, record_at(curves, record + r), {{Words::reals, 8}}, status);
@@ -145,7 +145,7 @@ bool FormatReader::read_material_and_item_blocks(int32_t& flag) {
 // is a chain of more items than that.
 bool FormatReader::read_binary_items(int64_t block, int32_t& flag) {
   const std::array<int32_t, 8>& words = header_ints;
-  const int64_t file_records = file_records();
+  const int64_t records_in_file = file_records();
   int32_t status = 0;
   if (num_binary_items > 0) {
     int64_t record = 0;
@@ -157,7 +157,7 @@ bool FormatReader::read_binary_items(int64_t block, int32_t& flag) {
       const int32_t length = words[2];
       record += 1;
       const int64_t records = item_records(length);
-      if (records > file_records - record) return header_failure(items_failure, flag);
+      if (records > records_in_file - record) return header_failure(items_failure, flag);
 
       if (type == seabed_item_type) {
         // Whole chunks of 32 bytes, and a last one of what is left over.

@@ -58,8 +58,8 @@ common_database::BlockCounts FormatReader::header_block_counts() const {
 void FormatReader::read_run_control_blocks(int32_t& flag) {
   const std::array<int32_t, 8>& i = header_ints;
   const std::array<float, 8>& r = header_reals;
-  constexpr Words i = Words::ints;
-  constexpr Words r = Words::reals;
+  constexpr Words ints = Words::ints;
+  constexpr Words reals = Words::reals;
   int32_t status = 0;
   // A block that cannot be read ends the header; what was stored stays. A
   // block that the format does not have keeps its values at their defaults.
@@ -75,14 +75,14 @@ void FormatReader::read_run_control_blocks(int32_t& flag) {
   };
 
   if (has(2)) {
-    if (!read(2, {{i, 8}})) return;
+    if (!read(2, {{ints, 8}})) return;
     tail_pair_count_a = i[4];
     tail_pair_count_b = i[5];
     num_binary_items = i[6];
     hdr_2_8 = i[7];
   }
 
-  if (!read(3, {{i, 8}})) return;
+  if (!read(3, {{ints, 8}})) return;
   result_start_record = i[0];
   motion_step_records = i[1];
   force_step_records = i[2];
@@ -92,7 +92,7 @@ void FormatReader::read_run_control_blocks(int32_t& flag) {
   hdr_3_7 = i[6];
   num_panels = i[7];
 
-  if (!read(4, {{r, 6}, {i, 2}})) return;
+  if (!read(4, {{reals, 6}, {ints, 2}})) return;
   start_time = r[0];
   end_time = r[1];
   hdr_4_2 = r[1];
@@ -103,7 +103,7 @@ void FormatReader::read_run_control_blocks(int32_t& flag) {
   pip_nodes_per_pair = i[0];
   num_nonlinear_e_tables = i[1];
 
-  if (!read(5, {{r, 3}, {i, 5}})) return;
+  if (!read(5, {{reals, 3}, {ints, 5}})) return;
   analysis_detail_3 = r[0];
   external_fluid_default_a = r[1];
   external_fluid_default_b = r[2];
@@ -113,7 +113,7 @@ void FormatReader::read_run_control_blocks(int32_t& flag) {
   num_pipe_in_pipe = i[3];
   num_clash_pairs = i[4];
 
-  if (!read(6, {{i, 8}})) return;
+  if (!read(6, {{ints, 8}})) return;
   num_elements = i[0];
   num_nodes = i[1];
   nodes_per_element = i[2];
@@ -123,10 +123,10 @@ void FormatReader::read_run_control_blocks(int32_t& flag) {
   num_element_sets = i[6];
   num_node_sets = i[7];
 
-  if (!read(7, {{i, 2}})) return;
+  if (!read(7, {{ints, 2}})) return;
   num_time_steps = i[0];
 
-  if (!read(8, {{i, 5}, {r, 1}, {i, 2}})) return;
+  if (!read(8, {{ints, 5}, {reals, 1}, {ints, 2}})) return;
   analysis_detail_1 = i[0];
   hdr_8_2 = i[1];
   seabed_profile.set_geometry_and_interpolation(i[2]);
@@ -137,12 +137,12 @@ void FormatReader::read_run_control_blocks(int32_t& flag) {
   num_vessels = i[5];
   hdr_8_8 = i[6];
 
-  if (!read(9, {{i, 8}})) return;
+  if (!read(9, {{ints, 8}})) return;
   std::copy(i.begin(), i.end(), output_flags.begin());
-  if (!read(10, {{i, 8}})) return;
+  if (!read(10, {{ints, 8}})) return;
   std::copy(i.begin(), i.end(), output_flags.begin() + 8);
 
-  if (!read(11, {{i, 8}})) return;
+  if (!read(11, {{ints, 8}})) return;
   num_aux_nodes = i[0];
   num_aux_elements = i[1];
   num_point_masses = i[2];
@@ -153,13 +153,13 @@ void FormatReader::read_run_control_blocks(int32_t& flag) {
   num_labels = i[7];
 
   if (has(12)) {
-    if (!read(12, {{i, 2}})) return;
+    if (!read(12, {{ints, 2}})) return;
     num_damper_elements = i[0];
     output_flags[16] = i[1];
   }
 
   if (has(13)) {
-    if (!read(13, {{i, 6}, {r, 1}, {i, 1}})) return;
+    if (!read(13, {{ints, 6}, {reals, 1}, {ints, 1}})) return;
     hdr_13_1 = i[0];
     num_dsp_wave_harmonics = i[1];
     hdr_13_3 = i[2];
@@ -171,13 +171,13 @@ void FormatReader::read_run_control_blocks(int32_t& flag) {
   // Block 14: the seabed angle in word 6, and a word 7, as the format has them.
   switch (version.block_14) {
     case Block14Words::ints_real_int:
-      if (!read(14, {{i, 5}, {r, 1}, {i, 1}})) return;
+      if (!read(14, {{ints, 5}, {reals, 1}, {ints, 1}})) return;
       break;
     case Block14Words::ints_real:
-      if (!read(14, {{i, 5}, {r, 1}})) return;
+      if (!read(14, {{ints, 5}, {reals, 1}})) return;
       break;
     case Block14Words::ints:
-      if (!read(14, {{i, 8}})) return;
+      if (!read(14, {{ints, 8}})) return;
       break;
   }
   num_target_spectrum_intervals = i[0];

@@ -24,7 +24,7 @@ constexpr int64_t pair_place(int64_t i) { return i - 4 * pair_record(i); }
 
 // The rows of a block that are read: its count, but never more than the
 // table that holds them has.
-int64_t rows(int32_t count, int64_t table_rows) { return std::min<int64_t>(count, table_rows); }
+int64_t rows_read(int32_t count, int64_t table_rows) { return std::min<int64_t>(count, table_rows); }
 
 }  // namespace
 
@@ -43,7 +43,7 @@ bool FormatReader::read_sea_blocks(int32_t& flag) {
   // column 2, and its second the height, in column 1.
   if (seabed_geometry != 4 && seabed_geometry != 5 && num_seabed_points > 0) {
     const int64_t block = block_position(22);
-    const auto points = static_cast<int32_t>(rows(num_seabed_points, seabed_profile.num_nodes()));
+    const auto points = static_cast<int32_t>(rows_read(num_seabed_points, seabed_profile.num_nodes()));
     for (int32_t i = 1; i <= points; ++i) {
       if (!read(block, pair_record(i), 8)) return header_failure(seabed_failure, flag);
       const auto p = static_cast<std::size_t>(pair_place(i));
@@ -58,7 +58,7 @@ bool FormatReader::read_sea_blocks(int32_t& flag) {
   // index order.
   if (num_wave_harmonics > 0) {
     const int64_t block = block_position(23);
-    const int64_t rows = rows(num_wave_harmonics, t.wave_harmonics.extent(1));
+    const int64_t rows = rows_read(num_wave_harmonics, t.wave_harmonics.extent(1));
     for (int64_t r = 1; r <= rows; ++r) {
       if (!read(block, r - 1, 5)) return header_failure(wave_failure, flag);
       for (int64_t c = 1; c <= 5; ++c) {
@@ -68,7 +68,7 @@ bool FormatReader::read_sea_blocks(int32_t& flag) {
   }
   if (num_dsp_wave_harmonics > 0) {
     const int64_t block = block_position(24);
-    const int64_t rows = rows(num_dsp_wave_harmonics, t.dsp_wave_harmonics.extent(2));
+    const int64_t rows = rows_read(num_dsp_wave_harmonics, t.dsp_wave_harmonics.extent(2));
     for (int64_t r = 1; r <= rows; ++r) {
       if (!read(block, r - 1, 5)) return header_failure(wave_failure, flag);
       for (int64_t c = 1; c <= 5; ++c) {
@@ -82,7 +82,7 @@ bool FormatReader::read_sea_blocks(int32_t& flag) {
   // words, the same stale ones past the end, and fail at the same element.
   if (num_elements > 0) {
     const int64_t block = block_position(25);
-    const int64_t rows = rows(num_elements, t.contact_diameters.extent(1));
+    const int64_t rows = rows_read(num_elements, t.contact_diameters.extent(1));
     for (int64_t i = 1; i <= rows; ++i) {
       const bool new_record = i == 1 || packed_record(i) != packed_record(i - 1);
       if (new_record && !read(block, packed_record(i), 8)) return header_failure(diameter_failure, flag);
@@ -109,7 +109,7 @@ bool FormatReader::read_current_profile(int32_t& flag) {
     }
     return true;
   }
-  const int64_t rows = rows(num_current_points, profile.extent(1));
+  const int64_t rows = rows_read(num_current_points, profile.extent(1));
   for (int64_t r = 1; r <= rows; ++r) {
     header_file.read_real_at(std::span<float>(re.data(), 3), record_at(block, r - 1), status);
     if (status != 0) return header_failure(current_failure, flag);

@@ -86,23 +86,23 @@ void readf(header::FormatReader& db, int32_t step, int32_t element, int32_t loca
 
   int64_t ahead = 0;  // element sections ahead of this one
   for (int32_t i = 5; i < std::min(s.section, 16); ++i) ahead += f(i);
-  const int64_t r3 = r3(h);
+  const int64_t r3_records = r3(h);
   int64_t base = mul(reaction_records(h), f(4));
   base = add(base, h.result_start_record);
   base = add(base, h.force_start_offset);
   base = add(base, mul(int64_t{step} - 1, h.force_frame_records));
-  base = add(base, mul(ahead, r3));
+  base = add(base, mul(ahead, r3_records));
   if (s.section > 16) base = add(base, mul(pressure_records(h), f(16)));
 
   int64_t word = 0;
   if (s.section == 17) {
     // One word an element, one record behind the sub-sections of flags 18 and 19.
-    const int64_t records = add(add(base, mul(3 * f(18) + 2 * f(19), r3)), 1);
+    const int64_t records = add(add(base, mul(3 * f(18) + 2 * f(19), r3_records)), 1);
     word = add(mul(8, records), element);
   } else {
     int64_t records = base;
-    if (s.section == 18) records = add(base, mul(s.sub, r3));
-    if (s.section == 19) records = add(base, mul(s.sub + 3 * f(18), r3));
+    if (s.section == 18) records = add(base, mul(s.sub, r3_records));
+    if (s.section == 19) records = add(base, mul(s.sub + 3 * f(18), r3_records));
     word = add(mul(8, records), 3 * int64_t{element} + location - 3);
   }
   db.readin(2, word, value, error);

@@ -256,10 +256,10 @@ class RequestSweep : public ::testing::TestWithParam<const header::FormatVersion
     built.write(path);
     ASSERT_EQ(testing::open_through_exports(path, motion, force), 0);
     run = built.written_run();
-    for (const FileKind kind : {FileKind::motion, FileKind::force}) layout[kind == FileKind::force] = built.frame_sections(kind);
+    for (const FileKind kind : {FileKind::motion, FileKind::force}) layouts[kind == FileKind::force] = built.frame_sections(kind);
   }
 
-  const builder::FrameLayout& layout(FileKind kind) const { return layout[kind == FileKind::force]; }
+  const builder::FrameLayout& layout(FileKind kind) const { return layouts[kind == FileKind::force]; }
   bool present(FileKind kind) const { return (kind == FileKind::motion ? job->motion : job->force).present; }
 
   // The value at an entry's word; entries below 1 continue the section
@@ -390,7 +390,7 @@ class RequestSweep : public ::testing::TestWithParam<const header::FormatVersion
   testing::ScratchDir dir;
   const builder::Job* job = nullptr;
   header::HeaderVariables run;
-  builder::FrameLayout layout[2];
+  builder::FrameLayout layouts[2];
   int32_t motion = 0;
   int32_t force = 0;
 };

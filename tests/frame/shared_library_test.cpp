@@ -15,7 +15,7 @@ namespace {
 
 TEST(SharedLibrary, ExportsExactlyTheTwelveEntryPoints) {
   const std::string command = std::string(TMRDAR_NM) + " -D --defined-only " + TMRDAR_SHARED_LIBRARY;
-  File* pipe = ::popen(command.c_str(), "r");
+  std::FILE* pipe = ::popen(command.c_str(), "r");
   ASSERT_NE(pipe, nullptr);
   std::set<std::string> names;
   std::array<char, 512> line{};

@@ -23,7 +23,7 @@ constexpr int32_t no_step = -2'000'000'000;  // a frame before the start of the 
 template <typename M>
 Values stored(const M& m) { return Values(m.begin(), m.end()); }
 // A matrix given by its rows, as it is stored.
-Values rows(V a, V b, V c) { return {a[0], b[0], c[0], a[1], b[1], c[1], a[2], b[2], c[2]}; }
+Values matrix_rows(V a, V b, V c) { return {a[0], b[0], c[0], a[1], b[1], c[1], a[2], b[2], c[2]}; }
 
 class GuideAxes : public WrittenJob {
  protected:
@@ -87,11 +87,11 @@ TEST_F(GuideAxes, EachRoutineAgainstItsWorkedValues) {
       {"TRANSFORM", [&] { V p{1.5F, 1e8F, -1e8F}; return transform(db, 1, p) && !transform(db, 3, p) ? stored(p) : Values{}; },
        {1, -1e8F, 3e8F}},
       {"FORM_ZGG_AXES: n1 above 1e-20", [&] { return zgg_axes({-4, 3, 7}); },
-       rows({-4, 3, 7}, {0.6F, 0.8F, 0}, {0 - 7 * 0.8F, 7 * 0.6F, -5})},
+       matrix_rows({-4, 3, 7}, {0.6F, 0.8F, 0}, {0 - 7 * 0.8F, 7 * 0.6F, -5})},
       {"FORM_ZGG_AXES: n1 at 1e-20", [&] { return zgg_axes({1e-20F, 4, -3}); },
-       rows({1e-20F, 4, -3}, {0, 0.6F, 0.8F}, {5, -(0.8F * 1e-20F), 0.6F * 1e-20F})},
+       matrix_rows({1e-20F, 4, -3}, {0, 0.6F, 0.8F}, {5, -(0.8F * 1e-20F), 0.6F * 1e-20F})},
       {"FORM_ZGG_AXES: n1 and n2 at 1e-20", [&] { return zgg_axes({0, 1e-20F, 2}); },
-       rows({0, 1e-20F, 2}, {1, 0, 0}, {0, 2, -1e-20F})},
+       matrix_rows({0, 1e-20F, 2}, {1, 0, 0}, {0, 2, -1e-20F})},
       // n = (1, 1, 1), d = (1, 1e8, -1e8): n.d summed from component 1 is 0.
       {"TRANSFORM_ZGG", [&] {
          zgg_axes({1, 1, 1});

@@ -87,7 +87,7 @@ TEST_F(LetterLookup, GuideEntriesComeFromTheKeptRecords) {
   job.run.num_guide_surfaces = 2, job.run.output_flags[0] = 1;
   open();
   const float kept = at(K::guide_surface, 1, 1, 9);
-  EXPECT_EQ(get('G', 1, 0, 1, 1), at(K::GuideSurface, 1, 1, 1));
+  EXPECT_EQ(get('G', 1, 0, 1, 1), at(K::guide_surface, 1, 1, 1));
   job.results.set(K::guide_surface, 1, 1, 9, -1.0F).set(K::displacement, 1, 1, 1, -2.0F);
   job.write(dir.file("changed"));
   db.motion_file.close();

@@ -263,7 +263,7 @@ TEST_F(ToolOnTheSample, GraphsOfAHistoryAndOfARangeGraph) {
   EXPECT_EQ(top.values.at(static_cast<std::size_t>(drawn_highest)),
             *std::max_element(top.values.begin(), top.values.end()));
 
-  EXPECT_EQ(run_tool({"range", job, "element-force", "1", "--svg", dir.file("range.svg")}).status, 0);
+  EXPECT_EQ(run_tool({"range", sample_job, "element-force", "1", "--svg", dir.file("range.svg")}).status, 0);
   curves = curves_in(dir.file("range.svg"), {"distance along the riser", "minimum", "maximum", "mean"});
   ASSERT_EQ(curves.size(), 3U);
   for (std::size_t i = 0; i < 900; ++i) {  // the maximum above the mean, the mean above the minimum

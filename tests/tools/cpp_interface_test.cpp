@@ -173,7 +173,7 @@ TEST_F(CppInterface, ValuesAndHistoriesOfNumbersAndLabels) {
 TEST_F(CppInterface, EveryBitOfARefusedRequestInWords) {
   const tmrdar::job job = open_small();
   const struct {
-    request request;
+    tmrdar::request request;
     int32_t step;
     int32_t code;
     std::string text;

@@ -26,36 +26,36 @@ Real length(const std::array<Real, 3>& v) {
 
 template <typename Real>
 void cross_product_of(std::span<const Real, 3> a, std::span<const Real, 3> b, std::span<Real, 3> c) {
-  const std::array<Real, 3> product = product(a, b);
-  for (std::size_t k = 0; k < 3; ++k) c[k] = product[k];
+  const std::array<Real, 3> p = product(a, b);
+  for (std::size_t k = 0; k < 3; ++k) c[k] = p[k];
 }
 
 template <typename Real>
-void normalise_of(std::span<Real, 3> vector, Real& length) {
+void normalise_of(std::span<Real, 3> vector, Real& norm) {
   const std::array<Real, 3> v{vector[0], vector[1], vector[2]};
   const Real size = length(v);
   if (size <= smallest_length<Real>) {
     for (Real& component : vector) component = 0;
-    length = 0;
+    norm = 0;
     return;
   }
   for (Real& component : vector) component /= size;
-  length = size;
+  norm = size;
 }
 
 }  // namespace
 
 void cross(std::span<const float, 3> a, std::span<const float, 3> b, std::span<float, 3> c, int32_t& flag,
            float tolerance) {
-  const std::array<float, 3> product = product(a, b);
-  const float length = length(product);
-  if (length < tolerance) {
+  const std::array<float, 3> p = product(a, b);
+  const float size = length(p);
+  if (size < tolerance) {
     flag = 1;
-    for (std::size_t k = 0; k < 3; ++k) c[k] = product[k];
+    for (std::size_t k = 0; k < 3; ++k) c[k] = p[k];
     return;
   }
   flag = 0;
-  for (std::size_t k = 0; k < 3; ++k) c[k] = product[k] / length;
+  for (std::size_t k = 0; k < 3; ++k) c[k] = p[k] / size;
 }
 
 void cross_product(std::span<const float, 3> a, std::span<const float, 3> b, std::span<float, 3> c) {

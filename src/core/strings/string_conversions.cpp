@@ -68,9 +68,9 @@ void String::from_base64() {
   int bit_count = 0;
   int32_t written = 0;
   for (int32_t i = 0; i < length_; ++i) {
-    const int sextet = sextet(buffer_[i]);
-    if (sextet < 0) continue;
-    bits = ((bits << 6) | static_cast<uint32_t>(sextet)) & 0x3FFF;
+    const int six_bits = sextet(buffer_[i]);
+    if (six_bits < 0) continue;
+    bits = ((bits << 6) | static_cast<uint32_t>(six_bits)) & 0x3FFF;
     bit_count += 6;
     if (bit_count >= 8) {
       bit_count -= 8;

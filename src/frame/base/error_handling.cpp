@@ -12,10 +12,10 @@ chars::BlankPadded<message_width>& message() {
   return message;
 }
 
-void compose(bool compose, std::string_view level, std::string_view category,
+void compose(bool wanted, std::string_view level, std::string_view category,
              std::string_view text) {
   message().blank();
-  if (!compose) return;
+  if (!wanted) return;
   std::string line;
   line.reserve(message_width);
   line.append(level).append(chars::trim(category)).append(": ").append(chars::trim(text));
@@ -24,12 +24,12 @@ void compose(bool compose, std::string_view level, std::string_view category,
 
 }  // namespace
 
-void error3(bool compose, std::string_view category, std::string_view text) {
-  compose(compose, "Error: ", category, text);
+void error3(bool wanted, std::string_view category, std::string_view text) {
+  compose(wanted, "Error: ", category, text);
 }
 
-void warn1(bool compose, std::string_view category, std::string_view text) {
-  compose(compose, "Warning: ", category, text);
+void warn1(bool wanted, std::string_view category, std::string_view text) {
+  compose(wanted, "Warning: ", category, text);
 }
 
 std::string_view error_message() { return message().view(); }

@@ -33,7 +33,7 @@ int32_t guarded(int32_t fallback, Body body) noexcept {
   }
 }
 
-int32_t value(const int32_t* p) { return p != nullptr ? *p : 0; }
+int32_t value_at(const int32_t* p) { return p != nullptr ? *p : 0; }
 
 std::string_view string(const char* text, int64_t length) {
   return text != nullptr && length > 0 ? std::string_view(text, static_cast<std::size_t>(length))
@@ -46,7 +46,7 @@ std::span<T> array(T* items, int64_t length) {
 }
 
 tmrdar::header::FormatReader* module_name(const int32_t* motion_code, const int32_t* force_code) {
-  return tmrdar::frame::selected_reader(value(motion_code), value(force_code));
+  return tmrdar::frame::selected_reader(value_at(motion_code), value_at(force_code));
 }
 
 // The road of a request: the frame's checks of its arguments (a label the
@@ -58,15 +58,15 @@ int32_t request(const int32_t* motion_code, const int32_t* force_code, const int
                 const int32_t* output_subtype, int32_t* node, int32_t* element, int32_t* position,
                 const int32_t* num_time_steps, const int32_t* step, const char* label, int64_t label_length,
                 Ask ask) {
-  tmrdar::request_checks::Request checked{.motion_code = value(motion_code),
-                                        .force_code = value(force_code),
-                                        .output_type = value(output_type),
-                                        .output_subtype = value(output_subtype),
-                                        .node = value(node),
-                                        .element = value(element),
-                                        .position = value(position),
-                                        .num_time_steps = value(num_time_steps),
-                                        .step = value(step)};
+  tmrdar::request_checks::Request checked{.motion_code = value_at(motion_code),
+                                        .force_code = value_at(force_code),
+                                        .output_type = value_at(output_type),
+                                        .output_subtype = value_at(output_subtype),
+                                        .node = value_at(node),
+                                        .element = value_at(element),
+                                        .position = value_at(position),
+                                        .num_time_steps = value_at(num_time_steps),
+                                        .step = value_at(step)};
   int32_t mask = 0;
   tmrdar::request_checks::perform_arg_checks(checked, string(label, label_length), mask);
   if (node != nullptr) *node = checked.node;
@@ -103,7 +103,7 @@ int32_t GetDatabaseInfo(int32_t* motion_code, int32_t* force_code, int32_t motio
     int32_t force = -1;
     std::array<int32_t, 5> motion_record{};
     std::array<int32_t, 5> force_record{};
-    const int32_t count = value(n);
+    const int32_t count = value_at(n);
     const int32_t result = tmrdar::frame::database_info(motion, force, motion_record, force_record, count,
                                                         array(dimensions, count), string(path, path_length));
     if (motion_code != nullptr) *motion_code = motion;
@@ -137,40 +137,40 @@ int32_t GetAnalysisDetails(int32_t* detail_1, int32_t* detail_2, float* detail_3
 int32_t GetNodeProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* node,
                           const int32_t* kind, float* coordinates) {
   return guarded(0, [&] {
-    const int32_t k = value(kind);
+    const int32_t k = value_at(kind);
     if (k != 0 && k != 1) return -2;
     const tmrdar::header::FormatReader* db = module_name(motion_code, force_code);
     if (db == nullptr) return -1;
-    return tmrdar::model_queries::node_properties(*db, value(node), k, array(coordinates, 3));
+    return tmrdar::model_queries::node_properties(*db, value_at(node), k, array(coordinates, 3));
   });
 }
 
 int32_t GetElementProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* element,
                              const int32_t* kind, const int32_t* length, int32_t* integers, float* reals) {
   return guarded(-1, [&] {
-    const int32_t k = value(kind);
+    const int32_t k = value_at(kind);
     if (k != 0 && k != 1) return -3;
     // The arrays are marked before the version is looked at.
-    const int32_t n = value(length);
+    const int32_t n = value_at(length);
     const std::span<int32_t> ints = array(integers, n);
     const std::span<float> floats = array(reals, n);
     std::fill(ints.begin(), ints.end(), tmrdar::model_queries::no_integer);
     std::fill(floats.begin(), floats.end(), tmrdar::model_queries::no_real);
     const tmrdar::header::FormatReader* db = module_name(motion_code, force_code);
     if (db == nullptr) return -2;
-    return tmrdar::model_queries::element_properties(*db, value(element), k, n, ints, floats);
+    return tmrdar::model_queries::element_properties(*db, value_at(element), k, n, ints, floats);
   });
 }
 
 int32_t GetDistanceAlongRiser(const int32_t* motion_code, const int32_t* force_code, const int32_t* element,
                               const int32_t* position, float* distance) {
   return guarded(-1, [&] {
-    const int32_t p = value(position);
+    const int32_t p = value_at(position);
     if (p < 1 || p > 3) return -2;
     float answer = 0.0F;
     int32_t result = -3;
     if (const tmrdar::header::FormatReader* db = module_name(motion_code, force_code)) {
-      result = tmrdar::model_queries::distance_along_riser(*db, value(element), p, answer);
+      result = tmrdar::model_queries::distance_along_riser(*db, value_at(element), p, answer);
     }
     if (distance != nullptr) *distance = answer;
     return result;
@@ -186,7 +186,7 @@ int32_t GetRequestedSingleValue(const int32_t* motion_code, const int32_t* force
                    step, label, label_length, [&](tmrdar::header::FormatReader& db,
                                                   const tmrdar::results::RequestArguments& request, int32_t& status) {
                      float result = 0.0F;
-                     tmrdar::results::getrequestedsinglevalue(db, request, value(step), result, status);
+                     tmrdar::results::getrequestedsinglevalue(db, request, value_at(step), result, status);
                      if (value != nullptr) *value = result;
                    });
   });
@@ -202,7 +202,7 @@ int32_t GetRequestedHistory(const int32_t* motion_code, const int32_t* force_cod
                                                    const tmrdar::results::RequestArguments& request, int32_t& status) {
                      // A null array with steps to fill has nowhere to put them:
                      // the request then reads nothing.
-                     const int32_t n = value(count);
+                     const int32_t n = value_at(count);
                      if (values == nullptr && n > 0) return;
                      tmrdar::results::getrequestedhistory(db, request, array(values, n), status);
                    });
@@ -211,10 +211,10 @@ int32_t GetRequestedHistory(const int32_t* motion_code, const int32_t* force_cod
 
 int32_t GetRequestedHistoryError(const int32_t* mask, const int32_t* length, int32_t* flags) {
   return guarded(-1, [&] {
-    const int32_t n = value(length);
+    const int32_t n = value_at(length);
     const std::span<int32_t> out = array(flags, n);
     std::fill(out.begin(), out.end(), 0);
-    const int32_t m = value(mask);
+    const int32_t m = value_at(mask);
     if (m < 0) return -1;
     if (m == 0) return 0;
     // The bit count is formed in single precision from the correctly rounded
@@ -237,9 +237,9 @@ int32_t GetProcessedDirectStressStrainData(const int32_t* motion_code, const int
   return guarded(-1, [&] {
     const tmrdar::header::FormatReader* db = module_name(motion_code, force_code);
     if (db == nullptr) return -1;
-    const int32_t room = value(capacity);
+    const int32_t room = value_at(capacity);
     int32_t status = 0;
-    tmrdar::model_queries::v861_getnonlinearmaterial(*db, value(table_id), room, array(pairs, 2 * int64_t{room}),
+    tmrdar::model_queries::v861_getnonlinearmaterial(*db, value_at(table_id), room, array(pairs, 2 * int64_t{room}),
                                                      status);
     return status;
   });

@@ -35,8 +35,8 @@ int32_t close_job() {
   io_units::DirectAccessUnit& force = io_units::unit(io_units::force_unit);
   if (motion.is_open() && !motion.close()) result += 1;
   if (force.is_open() && !force.close()) result += 2;
-  const LibraryState& library = library();
-  if (header::FormatReader* module = selected_reader(library.library_motion_code, library.library_force_code)) {
+  const LibraryState& state = library();
+  if (header::FormatReader* module = selected_reader(state.library_motion_code, state.library_force_code)) {
     module->deallocate_database_header_arrays();
   }
   return result;
@@ -87,15 +87,15 @@ int32_t database_info(int32_t& motion_code, int32_t& force_code, std::span<int32
   const std::string motion_path = stem + ".dbm";
   const std::string force_path = stem + ".dbf";
 
-  LibraryState& library = library();
+  LibraryState& state = library();
   motion_code = platform::path_exists(motion_path)
                     ? read_first_record(io_units::motion_unit, motion_path, record, motion_words)
                     : 0;
   force_code = platform::path_exists(force_path)
                    ? read_first_record(io_units::force_unit, force_path, record, force_words)
                    : 0;
-  library.library_force_code = force_code;
-  library.library_motion_code = motion_code;
+  state.library_force_code = force_code;
+  state.library_motion_code = motion_code;
 
   if (motion_code < 1 && force_code < 1) return -3;
 
@@ -114,8 +114,8 @@ int32_t database_info(int32_t& motion_code, int32_t& force_code, std::span<int32
     close_job();
     return -3;
   }
-  library.library_motion_code = 0;
-  library.library_force_code = 0;
+  state.library_motion_code = 0;
+  state.library_force_code = 0;
   close_job();
   return -3;
 }

@@ -45,7 +45,7 @@ Failure fail(int32_t status, int32_t line, std::string text) {
 bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v'; }
 
 // The blank-separated words of a line, up to a '#'.
-std::vector<std::string_view> words(std::string_view line) {
+std::vector<std::string_view> split_words(std::string_view line) {
   if (const auto hash = line.find('#'); hash != std::string_view::npos) line = line.substr(0, hash);
   std::vector<std::string_view> words;
   std::size_t i = 0;
@@ -210,7 +210,7 @@ Failure parse(std::string_view path, Parsed& p) {
   enum class Stage { form, profile, before_nodes, nodes, triangles } stage = Stage::form;
   while (lines.next(line)) {
     const int32_t number = lines.number();
-    const auto words = words(line);
+    const auto words = split_words(line);
     if (words.empty()) continue;
     Failure failure;
     switch (stage) {
@@ -281,7 +281,7 @@ Failure parse_guarded(std::string_view path, Parsed& p) {
   }
 }
 
-int32_t report(const Failure& failure, LoadReport* report) {
+int32_t report_failure(const Failure& failure, LoadReport* report) {
   if (report != nullptr) {
     report->line = failure.line;
     report->text = failure.text;
@@ -304,7 +304,7 @@ int32_t load_seabed_2d(std::string_view path, int32_t& interpolation, int32_t& n
   if (failure.status == status_ok && p.kind != Form::profile) {
     failure = fail(status_wrong_form, 0, "the file holds a surface, not a profile");
   }
-  if (failure.status != status_ok) return report(failure, report);
+  if (failure.status != status_ok) return report_failure(failure, report);
   try {
     const auto n = static_cast<std::size_t>(p.node_count);
     std::vector<float> table(2 * n);
@@ -319,9 +319,9 @@ int32_t load_seabed_2d(std::string_view path, int32_t& interpolation, int32_t& n
     nodes = std::move(table);
     second_derivatives = std::move(derivatives);
   } catch (const std::bad_alloc&) {
-    return report(fail(status_no_memory, 0, "out of memory"), report);
+    return report_failure(fail(status_no_memory, 0, "out of memory"), report);
   }
-  return report({}, report);
+  return report_failure({}, report);
 }
 
 int32_t load_seabed_3d(std::string_view path, int32_t& interpolation, int32_t& node_count,
@@ -333,7 +333,7 @@ int32_t load_seabed_3d(std::string_view path, int32_t& interpolation, int32_t& n
   if (failure.status == status_ok && p.kind != Form::surface) {
     failure = fail(status_wrong_form, 0, "the file holds a profile, not a surface");
   }
-  if (failure.status != status_ok) return report(failure, report);
+  if (failure.status != status_ok) return report_failure(failure, report);
   try {
     const auto n = static_cast<std::size_t>(p.node_count);
     std::vector<float> table(3 * n);
@@ -355,9 +355,9 @@ int32_t load_seabed_3d(std::string_view path, int32_t& interpolation, int32_t& n
     grid = std::move(new_grid);
     gradients = std::move(new_gradients);
   } catch (const std::bad_alloc&) {
-    return report(fail(status_no_memory, 0, "out of memory"), report);
+    return report_failure(fail(status_no_memory, 0, "out of memory"), report);
   }
-  return report({}, report);
+  return report_failure({}, report);
 }
 
 void free_seabed_2d(std::vector<float>& nodes, std::vector<double>& second_derivatives) {

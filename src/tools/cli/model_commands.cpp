@@ -14,7 +14,7 @@ constexpr int32_t default_max_number = 1000000;
 
 const char* kind_name(int32_t kind) { return kind == tmrdar::kind::auxiliary ? "auxiliary" : "structure"; }
 
-int32_t max_number(const Arguments& arguments) {
+int32_t asked_max_number(const Arguments& arguments) {
   const std::optional<std::string> text = arguments.value("--max-number");
   if (!text) return default_max_number;
   const int32_t value = whole_number(*text, "--max-number");
@@ -37,7 +37,7 @@ std::string number_or_none(int32_t number) { return number == -1 ? std::string()
 }  // namespace
 
 int nodes(const Arguments& arguments) {
-  const int32_t max_number = max_number(arguments);
+  const int32_t max_number = asked_max_number(arguments);
   check_positional(arguments, {"JOB"}, 1);
   const tmrdar::job job = open_job(arguments);
   Table table;
@@ -57,7 +57,7 @@ int nodes(const Arguments& arguments) {
 }
 
 int elements(const Arguments& arguments) {
-  const int32_t max_number = max_number(arguments);
+  const int32_t max_number = asked_max_number(arguments);
   const bool all = arguments.has("--all");
   check_positional(arguments, {"JOB"}, 1);
   const tmrdar::job job = open_job(arguments);
