@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <mutex>
+#include <type_traits>
 #include <vector>
 
 #include "core/platform/platform.h"
@@ -15,30 +16,34 @@ namespace {
 constexpr int64_t chunk = int64_t{1} << 18;
 constexpr int64_t page = 4096;
 
-// The open files, for refresh_open_files. Never destroyed: the frame's units
-// are closed when the library is unloaded, after its static objects are gone.
+// The open files, for refresh_open_files: a list through the files
+// themselves, so that it holds no memory of its own. Its head and lock are
+// trivially destroyed, so they stay valid when the frame's units close at
+// the unloading of the library, after its other static objects are gone.
 struct Registry {
   std::mutex lock;
-  std::vector<MappedFile*> files;
+  MappedFile* head = nullptr;
 };
-Registry& open_files() {
-  static Registry* registry = new Registry();
-  return *registry;
-}
-
-void enlist(MappedFile* file) {
-  Registry& r = open_files();
-  const std::lock_guard<std::mutex> hold(r.lock);
-  r.files.push_back(file);
-}
-
-void delist(MappedFile* file) {
-  Registry& r = open_files();
-  const std::lock_guard<std::mutex> hold(r.lock);
-  r.files.erase(std::remove(r.files.begin(), r.files.end(), file), r.files.end());
-}
+static_assert(std::is_trivially_destructible_v<Registry>);
+constinit Registry open_files;
 
 }  // namespace
+
+void MappedFile::enlist() {
+  const std::lock_guard<std::mutex> hold(open_files.lock);
+  previous_ = nullptr;
+  next_ = open_files.head;
+  if (next_ != nullptr) next_->previous_ = this;
+  open_files.head = this;
+}
+
+void MappedFile::delist() {
+  const std::lock_guard<std::mutex> hold(open_files.lock);
+  if (previous_ != nullptr) previous_->next_ = next_;
+  if (next_ != nullptr) next_->previous_ = previous_;
+  if (open_files.head == this) open_files.head = next_;
+  previous_ = next_ = nullptr;
+}
 
 bool MappedFile::open(const std::string& path) {
   close();
@@ -53,13 +58,13 @@ bool MappedFile::open(const std::string& path) {
   regular_ = facts->regular;
   size_ = regular_ ? facts->size : 0;
   map();
-  enlist(this);
+  enlist();
   return true;
 }
 
 bool MappedFile::close() {
   if (descriptor_ < 0) return true;
-  delist(this);
+  delist();
   unmap();
   window_.reset();
   window_length_ = 0;
@@ -124,9 +129,8 @@ int64_t MappedFile::read_slow(int64_t offset, std::byte* bytes, int64_t count) {
 }
 
 void refresh_open_files() {
-  Registry& r = open_files();
-  const std::lock_guard<std::mutex> hold(r.lock);
-  for (MappedFile* file : r.files) file->refresh();
+  const std::lock_guard<std::mutex> hold(open_files.lock);
+  for (MappedFile* file = open_files.head; file != nullptr; file = file->next_) file->refresh();
 }
 
 }  // namespace tmrdar::record_files

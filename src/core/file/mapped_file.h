@@ -55,6 +55,9 @@ class MappedFile {
   int64_t read_slow(int64_t offset, std::byte* bytes, int64_t count);
   void map();
   void unmap();
+  void enlist();
+  void delist();
+  friend void refresh_open_files();
 
   int descriptor_ = -1;
   bool regular_ = false;
@@ -65,6 +68,9 @@ class MappedFile {
   std::unique_ptr<std::byte[]> window_;
   int64_t window_start_ = 0;
   int64_t window_length_ = 0;
+  // Neighbours in the list of open files.
+  MappedFile* previous_ = nullptr;
+  MappedFile* next_ = nullptr;
 };
 
 // Refreshes every open mapped file. The exports call it first, under the
