@@ -13,5 +13,5 @@ cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=Release -DTMRDAR_BUILD_BENCHMAR
 cmake --build "$dir" -j "$jobs" --target bench_header bench_results
 echo "== $(date -u '+%Y-%m-%d %H:%M UTC') on $(uname -sr), $(nproc) cores"
 "$dir/benchmarks/header/bench_header" --benchmark_repetitions=5 --benchmark_report_aggregates_only=true "$@"
-"$dir/benchmarks/results/bench_results" --benchmark_filter='ANCHOR|displacement|element_force_V861' \
+"$dir/benchmarks/results/bench_results" --benchmark_filter='anchor|displacement|element_force_V861' \
   --benchmark_repetitions=5 --benchmark_report_aggregates_only=true "$@"

@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <cstring>
 
 #include <filesystem>
@@ -76,16 +77,17 @@ using tmrdar::header::v861;
 const std::vector<int64_t>& displacement_offsets() {
   static const std::vector<int64_t> offsets = [] {
     tmrdar::header::FormatReader& db = open_long_run(tmrdar::header::v861);
-    std::vector<std::pair<int32_t, int64_t>> log;
-    db.read_log = &log;
+    std::vector<int64_t> result;
     for (int32_t step = 1; step <= steps; ++step) {
+      tmrdar::header::FormatReader::ReadLog log;
+      db.read_log = &log;
       float value = 0.0F;
       int32_t status = 0;
       tmrdar::results::getrequestedsinglevalue(db, displacement, step, value, status);
+      db.read_log = nullptr;
+      if (log.count != 1) std::abort();  // one word a step
+      result.push_back(4 * (log.reads[0].second - 1));
     }
-    db.read_log = nullptr;
-    std::vector<int64_t> result;
-    for (const auto& [file, word] : log) result.push_back(4 * (word - 1));
     return result;
   }();
   return offsets;

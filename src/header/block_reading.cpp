@@ -1,13 +1,15 @@
 #include "header/block_reading.h"
 
 #include <bit>
+#include <climits>
+#include <cstdint>
 #include <cstring>
 
 #include "frame/base/error_handling.h"
 
 namespace tmrdar::header {
 
-void read_runs(FormatReader& db, int64_t position, std::initializer_list<Run> runs, int32_t& status) {
+void read_runs(FormatReader& db, int64_t position, std::span<const Run> runs, int32_t& status) {
   // The runs stand back to back: when the mapping holds them all, they are
   // copied out of it in one pass, as the reads one by one would copy them.
   if (std::endian::native == std::endian::little && status == 0) {
@@ -48,6 +50,36 @@ void read_runs(FormatReader& db, int64_t position, std::initializer_list<Run> ru
     }
     first = false;
   }
+}
+
+BlockRecords::BlockRecords(FormatReader& db, int64_t block, int64_t records) : db_(db), block_(block) {
+  if (std::endian::native == std::endian::little && records > 0 && records <= INT64_MAX / 32) {
+    mapped_ = db.header_file.mapped_view(block, 32 * records);
+  }
+}
+
+BlockRecords::~BlockRecords() {
+  if (mapped_ != nullptr && last_ >= 0) read_runs(db_, record_at(block_, last_), last_runs_, status_);
+}
+
+const std::byte* BlockRecords::read(int64_t r, std::span<const Run> runs) {
+  read_runs(db_, record_at(block_, r), runs, status_);
+  if (status_ != 0) return nullptr;
+  std::size_t ints = 0;
+  std::size_t reals = 0;
+  std::byte* place = image_.data();
+  for (const Run& run : runs) {
+    const std::size_t bytes = 4 * static_cast<std::size_t>(run.count);
+    if (run.kind == Words::ints) {
+      std::memcpy(place, db_.header_ints.data() + ints, bytes);
+      ints += static_cast<std::size_t>(run.count);
+    } else {
+      std::memcpy(place, db_.header_reals.data() + reals, bytes);
+      reals += static_cast<std::size_t>(run.count);
+    }
+    place += bytes;
+  }
+  return image_.data();
 }
 
 void read_name_field(DatabaseFile& file, int64_t position, NameField& name, int32_t& status) {

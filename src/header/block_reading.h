@@ -2,8 +2,13 @@
 // name fields, record positions within a block and the failure report.
 #pragma once
 
+#include <array>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
+#include <span>
 #include <string_view>
 
 #include "header/format_reader.h"
@@ -20,10 +25,62 @@ struct Run {
 // Reads one record as runs of integers and reals: each run goes to the next
 // free places of its scratch buffer, both buffers from place 1. The first run
 // is read at `position`, the others behind it.
-void read_runs(FormatReader& db, int64_t position, std::initializer_list<Run> runs, int32_t& status);
+void read_runs(FormatReader& db, int64_t position, std::span<const Run> runs, int32_t& status);
+inline void read_runs(FormatReader& db, int64_t position, std::initializer_list<Run> runs, int32_t& status) {
+  read_runs(db, position, std::span<const Run>(runs.begin(), runs.size()), status);
+}
 
 // Byte position of record `record` (from 0) of a block that starts at `block`.
 constexpr int64_t record_at(int64_t block, int64_t record) { return block + 32 * record; }
+
+// The records of a block, taken in turn by the block's decoder, each with
+// the runs it holds. When every record the decoder may take lies in the
+// file's mapping, a record is a pointer into the mapping and nothing is
+// copied; otherwise each record is read as read_runs reads it, and handed
+// over as an image with its runs at their places: the same words, the same
+// stale words past the end of the file, the same failure. Either way, once
+// the decoder is done the scratch buffers and the file's position are as
+// read_runs leaves them after the last record taken.
+class BlockRecords {
+ public:
+  // The block at `block`, of which the decoder takes at most `records`.
+  BlockRecords(FormatReader& db, int64_t block, int64_t records);
+  ~BlockRecords();
+  BlockRecords(const BlockRecords&) = delete;
+  BlockRecords& operator=(const BlockRecords&) = delete;
+
+  // Record r (from 0) of the block, 8 words; nullptr when its read fails.
+  // The runs must outlive the decoder.
+  const std::byte* record(int64_t r, std::span<const Run> runs) {
+    if (mapped_ == nullptr) return read(r, runs);
+    last_ = r;
+    last_runs_ = runs;
+    return mapped_ + 32 * r;
+  }
+
+ private:
+  const std::byte* read(int64_t r, std::span<const Run> runs);
+
+  FormatReader& db_;
+  int64_t block_;
+  const std::byte* mapped_ = nullptr;
+  int64_t last_ = -1;
+  std::span<const Run> last_runs_;
+  std::array<std::byte, 32> image_{};
+  int32_t status_ = 0;
+};
+
+// Word w (from 1) of a record, as an integer or a real.
+inline int32_t int_word(const std::byte* record, int w) {
+  int32_t value = 0;
+  std::memcpy(&value, record + 4 * (w - 1), 4);
+  return value;
+}
+inline float real_word(const std::byte* record, int w) {
+  float value = 0.0F;
+  std::memcpy(&value, record + 4 * (w - 1), 4);
+  return value;
+}
 
 // A name field of 8 records from `position`: 32 bytes of each of the first 7
 // and 31 of the 8th, each read at the start of its record, so the 256th

@@ -42,6 +42,9 @@ class DatabaseFile {
   const std::byte* mapped_at(int64_t address, int64_t count) {
     return file_ != nullptr ? file_->mapped_at(address, count) : nullptr;
   }
+  const std::byte* mapped_view(int64_t address, int64_t count) const {
+    return file_ != nullptr ? file_->mapped_view(address, count) : nullptr;
+  }
   // Whether reads go through a frame unit, whose records are numbered in 32 bits.
   bool is_unit() const { return unit_ != nullptr; }
 

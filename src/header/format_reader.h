@@ -8,6 +8,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "core/chars/blank_padded.h"
 #include "core/file/record_file.h"
@@ -177,8 +178,14 @@ class FormatReader : public HeaderVariables {
   // read, when the file is not mapped, the words do not rise from word 1 on,
   // or the last record is not in the file; the caller then reads word by word.
   bool gather_words(int32_t file, int64_t first, int64_t stride, std::span<float> values);
-  // When set, readin appends each call's file (1 or 2) and word here.
-  std::vector<std::pair<int32_t, int64_t>>* read_log = nullptr;
+  // The file (1 or 2) and word of the first two readin calls, and how many
+  // calls there were in all.
+  struct ReadLog {
+    std::array<std::pair<int32_t, int64_t>, 2> reads{};
+    int64_t count = 0;
+  };
+  // When set, readin logs each call here.
+  ReadLog* read_log = nullptr;
   // Rows of the user's numbers, from 1; 0 for a number no row holds, the
   // first row for a number that several hold. post_elem_coding takes a
   // negative number for an auxiliary element and answers its negated row;

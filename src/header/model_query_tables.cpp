@@ -113,7 +113,7 @@ bool build_enclosing_pairs(FormatReader& db) {
   const int64_t pairs = std::min<int64_t>(db.num_pipe_in_pipe, t.pip_data.extent(3));
   const int64_t reach = std::max(db.num_elements, 0);
   if (rows < 1 || pairs < 1 || reach < 1) return true;
-  const std::vector<int32_t>& words = t.pip_data.data();
+  const std::span<const int32_t> words = t.pip_data.data();
   const auto total = static_cast<int64_t>(words.size());
   // Pair k's range starts at word P + 2P(k - 1) (from 0), P the rows of a pair.
   const auto start = [rows](int64_t k) { return rows + 2 * rows * (k - 1); };

@@ -35,7 +35,10 @@ void FormatReader::readin(int32_t file, int64_t word, float& value, bool& error)
   error = false;
   if (file == 1 || file == 2) selected_result_file_ = file;
   DatabaseFile source = result_file(selected_result_file_ == 1);
-  if (read_log != nullptr) read_log->emplace_back(selected_result_file_, word);
+  if (read_log != nullptr) {
+    if (read_log->count < 2) read_log->reads[static_cast<std::size_t>(read_log->count)] = {selected_result_file_, word};
+    ++read_log->count;
+  }
   int32_t status = word_in_range(word) ? 0 : 1;
   std::array<float, 8> record{};
   if (status == 0) source.read_real_at(record, 32 * word_record(word) - 31, status);

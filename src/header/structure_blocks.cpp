@@ -3,8 +3,10 @@
 // nodes; and the translation of the element end nodes from the numbers that
 // the file gives them to rows of the node tables.
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <initializer_list>
+#include <span>
 
 #include "header/block_reading.h"
 
@@ -21,104 +23,157 @@ constexpr std::string_view index_failure = "Unable to allocate memory for databa
 // The length kept for an element whose file gives a negative one: 1.0e-8.
 constexpr uint32_t tiny_length_bits = 0x322BCC77U;
 
-// Stores a value where the table has the entry, and nowhere else: a table
-// made smaller than its count loses the rows it has no room for.
-template <typename T, std::size_t rank, typename V, typename... I>
-void put(Table<T, rank>& table, V value, I... index) {
-  if (table.contains(index...)) table(index...) = static_cast<T>(value);
+// The rows of a block that are read: its count, but never more than any of
+// the tables that a row is read into has rows.
+int64_t rows_read(int32_t count, std::initializer_list<int64_t> table_rows) {
+  return std::max<int64_t>(std::min<int64_t>(count, std::min(table_rows)), 0);
 }
 
-// The rows of a block that are read: its count, but never more than the rows
-// of the table that a row is read into.
-int64_t rows_read(int32_t count, int64_t table_rows) { return std::min<int64_t>(count, table_rows); }
+// Column j of a table that has rows to read; none when it has not.
+template <typename T>
+std::span<T> column_or_none(Table<T, 2>& table, int64_t rows, int64_t j) {
+  return rows > 0 ? table.column(j) : std::span<T>();
+}
+
+// Where a row's entry goes: entry i (from 1) of a span.
+template <typename T>
+T& at(std::span<T> entries, int64_t i) {
+  return entries[static_cast<std::size_t>(i - 1)];
+}
+
+// The first columns (up to four) of a table that has rows to read; none when
+// it has not.
+std::array<std::span<float>, 4> four_columns(Table<float, 2>& table, int64_t rows) {
+  std::array<std::span<float>, 4> columns{};
+  for (int64_t c = 1; rows > 0 && c <= std::min<int64_t>(4, table.extent(2)); ++c) {
+    columns[static_cast<std::size_t>(c - 1)] = table.column(c);
+  }
+  return columns;
+}
+
+constexpr Words ints = Words::ints;
+constexpr Words reals = Words::reals;
+constexpr Run element_record_1[] = {{ints, 4}, {reals, 3}, {ints, 1}};
+constexpr Run element_record_2[] = {{reals, 4}, {ints, 1}, {reals, 3}};
+constexpr Run element_record_3[] = {{reals, 1}};
+constexpr Run section_record[] = {{ints, 2}, {reals, 1}, {ints, 1}};
+constexpr Run curve_point_record[] = {{ints, 2}, {reals, 2}};
+constexpr Run node_record[] = {{ints, 1}, {reals, 3}, {ints, 2}};
+constexpr Run aux_element_record_1[] = {{ints, 4}, {reals, 3}, {ints, 1}};
+constexpr Run aux_element_record_2[] = {{ints, 2}};
+constexpr Run aux_node_record[] = {{ints, 1}, {reals, 3}};
 
 }  // namespace
 
 bool FormatReader::read_structure_blocks(int32_t& flag) {
   HeaderTables& t = tables;
-  const std::array<int32_t, 8>& in = header_ints;
-  const std::array<float, 8>& re = header_reals;
-  constexpr Words ints = Words::ints;
-  constexpr Words reals = Words::reals;
-  int32_t status = 0;
-  // One record of a block, at record `record` (from 0) of the block.
-  const auto read = [&](int64_t block, int64_t record, std::initializer_list<Run> runs) {
-    read_runs(*this, record_at(block, record), runs, status);
-    return status == 0;
-  };
 
   // Block 16: three records an element.
   if (num_elements > 0) {
-    const int64_t block = block_position(16);
-    const int64_t rows = rows_read(num_elements, t.element_numbers.extent(1));
+    const int64_t rows = rows_read(
+        num_elements, {t.element_numbers.extent(1), t.element_nodes.extent(1), t.element_length.extent(),
+                       t.element_a6.extent(), t.element_a7.extent(), t.element_a8.extent(), t.element_b1.extent(),
+                       t.element_b2.extent(), t.element_b3.extent(), t.element_b4.extent(), t.element_b5.extent(),
+                       t.element_b6.extent(), t.element_b7.extent(), t.element_b8.extent(), t.element_c1.extent()});
+    const std::span<int32_t> number = column_or_none(t.element_numbers, rows, 1);
+    const std::span<int32_t> user_number = column_or_none(t.element_numbers, rows, 2);
+    const std::span<int32_t> first_node = column_or_none(t.element_nodes, rows, 1);
+    const std::span<int32_t> second_node = column_or_none(t.element_nodes, rows, 2);
+    const std::span<float> length = t.element_length.storage(), a6 = t.element_a6.storage(),
+                           a7 = t.element_a7.storage(), b1 = t.element_b1.storage(), b2 = t.element_b2.storage(),
+                           b3 = t.element_b3.storage(), b4 = t.element_b4.storage(), b6 = t.element_b6.storage(),
+                           b7 = t.element_b7.storage(), b8 = t.element_b8.storage(), c1 = t.element_c1.storage();
+    const std::span<int32_t> a8 = t.element_a8.storage(), b5 = t.element_b5.storage();
+    BlockRecords records(*this, block_position(16), 3 * rows);
     for (int64_t i = 1; i <= rows; ++i) {
-      if (!read(block, 3 * (i - 1), {{ints, 4}, {reals, 3}, {ints, 1}})) return header_failure(element_failure, flag);
-      put(t.element_numbers, in[0], i, 1);
-      put(t.element_numbers, in[1], i, 2);
-      put(t.element_nodes, in[2], i, 1);
-      put(t.element_nodes, in[3], i, 2);
+      const std::byte* r = records.record(3 * (i - 1), element_record_1);
+      if (r == nullptr) return header_failure(element_failure, flag);
+      at(number, i) = int_word(r, 1);
+      at(user_number, i) = int_word(r, 2);
+      at(first_node, i) = int_word(r, 3);
+      at(second_node, i) = int_word(r, 4);
       // Only a length below zero is replaced; zero, and minus zero, stay.
-      put(t.element_length, re[0] < 0.0F ? std::bit_cast<float>(tiny_length_bits) : re[0], i);
-      put(t.element_a6, re[1], i);
-      put(t.element_a7, re[2], i);
-      put(t.element_a8, in[4], i);
+      const float given = real_word(r, 5);
+      at(length, i) = given < 0.0F ? std::bit_cast<float>(tiny_length_bits) : given;
+      at(a6, i) = real_word(r, 6);
+      at(a7, i) = real_word(r, 7);
+      at(a8, i) = int_word(r, 8);
 
-      if (!read(block, 3 * (i - 1) + 1, {{reals, 4}, {ints, 1}, {reals, 3}})) return header_failure(element_failure, flag);
-      put(t.element_b1, re[0], i);
-      put(t.element_b2, re[1], i);
-      put(t.element_b3, re[2], i);
-      put(t.element_b4, re[3], i);
-      put(t.element_b5, in[0], i);
-      put(t.element_b6, re[4], i);
-      put(t.element_b7, re[5], i);
-      put(t.element_b8, re[6], i);
+      r = records.record(3 * (i - 1) + 1, element_record_2);
+      if (r == nullptr) return header_failure(element_failure, flag);
+      at(b1, i) = real_word(r, 1);
+      at(b2, i) = real_word(r, 2);
+      at(b3, i) = real_word(r, 3);
+      at(b4, i) = real_word(r, 4);
+      at(b5, i) = int_word(r, 5);
+      at(b6, i) = real_word(r, 6);
+      at(b7, i) = real_word(r, 7);
+      at(b8, i) = real_word(r, 8);
 
-      if (!read(block, 3 * (i - 1) + 2, {{reals, 1}})) return header_failure(element_failure, flag);
-      put(t.element_c1, re[0], i);
+      r = records.record(3 * (i - 1) + 2, element_record_3);
+      if (r == nullptr) return header_failure(element_failure, flag);
+      at(c1, i) = real_word(r, 1);
     }
   }
 
   // Block 17: one record an element, its integers kept as reals.
   if (num_elements > 0) {
-    const int64_t block = block_position(17);
-    const int64_t rows = rows_read(num_elements, t.element_section_table.extent(1));
+    Table<float, 2>& table = t.element_section_table;
+    const int64_t rows = table.extent(2) >= 4 ? rows_read(num_elements, {table.extent(1)}) : 0;
+    const std::array<std::span<float>, 4> columns = four_columns(table, rows);
+    BlockRecords records(*this, block_position(17), rows);
     for (int64_t i = 1; i <= rows; ++i) {
-      if (!read(block, i - 1, {{ints, 2}, {reals, 1}, {ints, 1}})) return header_failure(material_failure, flag);
-      put(t.element_section_table, static_cast<float>(in[0]), i, 1);
-      put(t.element_section_table, static_cast<float>(in[1]), i, 2);
-      put(t.element_section_table, re[0], i, 3);
-      put(t.element_section_table, static_cast<float>(in[2]), i, 4);
+      const std::byte* r = records.record(i - 1, section_record);
+      if (r == nullptr) return header_failure(material_failure, flag);
+      at(columns[0], i) = static_cast<float>(int_word(r, 1));
+      at(columns[1], i) = static_cast<float>(int_word(r, 2));
+      at(columns[2], i) = real_word(r, 3);
+      at(columns[3], i) = static_cast<float>(int_word(r, 4));
     }
   }
 
   // Block 18: one record a point of a curve.
   if (num_nonlinear_e_tables > 0) {
-    const int64_t block = block_position(18);
-    const int64_t rows = rows_read(num_nonlinear_e_tables, t.nonlinear_e_table.extent(1));
-    for (int64_t r = 1; r <= rows; ++r) {
-      if (!read(block, r - 1, {{ints, 2}, {reals, 2}})) return header_failure(material_failure, flag);
-      put(t.nonlinear_e_table, static_cast<float>(in[0]), r, 1);
-      put(t.nonlinear_e_table, static_cast<float>(in[1]), r, 2);
-      put(t.nonlinear_e_table, re[0], r, 3);
-      put(t.nonlinear_e_table, re[1], r, 4);
+    Table<float, 2>& table = t.nonlinear_e_table;
+    const int64_t rows = table.extent(2) >= 4 ? rows_read(num_nonlinear_e_tables, {table.extent(1)}) : 0;
+    const std::array<std::span<float>, 4> columns = four_columns(table, rows);
+    BlockRecords records(*this, block_position(18), rows);
+    for (int64_t i = 1; i <= rows; ++i) {
+      const std::byte* r = records.record(i - 1, curve_point_record);
+      if (r == nullptr) return header_failure(material_failure, flag);
+      at(columns[0], i) = static_cast<float>(int_word(r, 1));
+      at(columns[1], i) = static_cast<float>(int_word(r, 2));
+      at(columns[2], i) = real_word(r, 3);
+      at(columns[3], i) = real_word(r, 4);
     }
   }
 
   // Block 19: one record a node. A node with a boundary condition slot above
   // zero joins the list of condition nodes while the list has room.
   if (num_nodes > 0) {
-    const int64_t block = block_position(19);
-    const int64_t rows = rows_read(num_nodes, t.node_numbers.extent(1));
-    const int64_t room = rows_read(num_boundary_conditions, t.condition_nodes.extent(1));
+    Table<float, 2>& coordinates = t.node_coordinates;
+    const int64_t rows = coordinates.extent(1) >= 3
+                             ? rows_read(num_nodes, {t.node_numbers.extent(1), coordinates.extent(2)})
+                             : 0;
+    const std::span<int32_t> number = column_or_none(t.node_numbers, rows, 1);
+    const std::span<int32_t> user_number = column_or_none(t.node_numbers, rows, 2);
+    const std::span<float> stored = coordinates.storage();
+    const int64_t stride = coordinates.extent(1);
+    const std::span<int32_t> condition_nodes = t.condition_nodes.storage();
+    const int64_t room = rows_read(num_boundary_conditions, {t.condition_nodes.extent()});
     int64_t conditions = 0;
+    BlockRecords records(*this, block_position(19), rows);
     for (int64_t j = 1; j <= rows; ++j) {
-      if (!read(block, j - 1, {{ints, 1}, {reals, 3}, {ints, 2}})) return header_failure(node_failure, flag);
-      put(t.node_numbers, in[0], j, 1);
-      put(t.node_coordinates, re[0], 1, j);
-      put(t.node_coordinates, re[1], 2, j);
-      put(t.node_coordinates, re[2], 3, j);
-      put(t.node_numbers, in[1], j, 2);
-      if (in[2] > 0 && conditions < room) put(t.condition_nodes, in[2], ++conditions);
+      const std::byte* r = records.record(j - 1, node_record);
+      if (r == nullptr) return header_failure(node_failure, flag);
+      at(number, j) = int_word(r, 1);
+      float* xyz = &at(stored, 1 + (j - 1) * stride);
+      xyz[0] = real_word(r, 2);
+      xyz[1] = real_word(r, 3);
+      xyz[2] = real_word(r, 4);
+      at(user_number, j) = int_word(r, 5);
+      const int32_t slot = int_word(r, 6);
+      if (slot > 0 && conditions < room) at(condition_nodes, ++conditions) = slot;
     }
   }
 
@@ -127,14 +182,14 @@ bool FormatReader::read_structure_blocks(int32_t& flag) {
   // would find it. A number that no node has stays as it is.
   {
     const bool has_column = t.node_numbers.allocated() && t.node_numbers.extent(2) >= 1;
-    const int64_t rows = has_column ? rows_read(std::max(num_nodes, 0), t.node_numbers.extent(1)) : 0;
+    const int64_t rows = has_column ? rows_read(num_nodes, {t.node_numbers.extent(1)}) : 0;
     const auto nodes = static_cast<std::size_t>(rows);
     const std::span<const int32_t> file_numbers(t.node_numbers.data().data(), nodes);
     if (!t.node_file_number_index.build(file_numbers)) return header_failure(index_failure, flag);
   }
   if (num_elements > 0 && nodes_per_element > 0) {
-    const int64_t rows = rows_read(num_elements, t.element_nodes.extent(1));
-    const int64_t columns = rows_read(nodes_per_element, t.element_nodes.extent(2));
+    const int64_t rows = rows_read(num_elements, {t.element_nodes.extent(1)});
+    const int64_t columns = rows_read(nodes_per_element, {t.element_nodes.extent(2)});
     for (int64_t k = 1; k <= columns; ++k) {
       for (int64_t i = 1; i <= rows; ++i) {
         int32_t& node = t.element_nodes(i, k);
@@ -146,32 +201,47 @@ bool FormatReader::read_structure_blocks(int32_t& flag) {
 
   // Block 20: two records an auxiliary element.
   if (num_aux_elements > 0) {
-    const int64_t block = block_position(20);
-    const int64_t rows = rows_read(num_aux_elements, t.aux_element_numbers.extent(1));
+    const int64_t rows = t.aux_element_nodes.extent(1) >= 2
+                             ? rows_read(num_aux_elements,
+                                         {t.aux_element_numbers.extent(), t.aux_element_nodes.extent(2),
+                                          t.aux_element_r5.extent(), t.aux_element_r6.extent(),
+                                          t.aux_element_r7.extent(), t.aux_element_w8.extent(),
+                                          t.aux_element_w9.extent()})
+                             : 0;
+    const std::span<int32_t> ends = t.aux_element_nodes.storage();
+    BlockRecords records(*this, block_position(20), 2 * rows);
     for (int64_t k = 1; k <= rows; ++k) {
-      if (!read(block, 2 * (k - 1), {{ints, 4}, {reals, 3}, {ints, 1}})) return header_failure(aux_element_failure, flag);
-      put(t.aux_element_numbers, in[1], k);
-      put(t.aux_element_nodes, in[2], 1, k);
-      put(t.aux_element_nodes, in[3], 2, k);
-      put(t.aux_element_r5, re[0], k);
-      put(t.aux_element_r6, re[1], k);
-      put(t.aux_element_r7, re[2], k);
-      put(t.aux_element_w8, in[4], k);
-      if (!read(block, 2 * (k - 1) + 1, {{ints, 2}})) return header_failure(aux_element_failure, flag);
-      put(t.aux_element_w9, in[0], k);
+      const std::byte* r = records.record(2 * (k - 1), aux_element_record_1);
+      if (r == nullptr) return header_failure(aux_element_failure, flag);
+      at(t.aux_element_numbers.storage(), k) = int_word(r, 2);
+      at(ends, 2 * k - 1) = int_word(r, 3);
+      at(ends, 2 * k) = int_word(r, 4);
+      at(t.aux_element_r5.storage(), k) = real_word(r, 5);
+      at(t.aux_element_r6.storage(), k) = real_word(r, 6);
+      at(t.aux_element_r7.storage(), k) = real_word(r, 7);
+      at(t.aux_element_w8.storage(), k) = int_word(r, 8);
+      r = records.record(2 * (k - 1) + 1, aux_element_record_2);
+      if (r == nullptr) return header_failure(aux_element_failure, flag);
+      at(t.aux_element_w9.storage(), k) = int_word(r, 1);
     }
   }
 
   // Block 21: one record an auxiliary node.
   if (num_aux_nodes > 0) {
-    const int64_t block = block_position(21);
-    const int64_t rows = rows_read(num_aux_nodes, t.aux_node_numbers.extent(1));
+    Table<float, 2>& coordinates = t.aux_node_coordinates;
+    const int64_t rows = coordinates.extent(2) >= 3
+                             ? rows_read(num_aux_nodes, {t.aux_node_numbers.extent(), coordinates.extent(1)})
+                             : 0;
+    const std::span<int32_t> number = t.aux_node_numbers.storage();
+    const std::array<std::span<float>, 4> xyz = four_columns(coordinates, rows);
+    BlockRecords records(*this, block_position(21), rows);
     for (int64_t k = 1; k <= rows; ++k) {
-      if (!read(block, k - 1, {{ints, 1}, {reals, 3}})) return header_failure(aux_node_failure, flag);
-      put(t.aux_node_numbers, in[0], k);
-      put(t.aux_node_coordinates, re[0], k, 1);
-      put(t.aux_node_coordinates, re[1], k, 2);
-      put(t.aux_node_coordinates, re[2], k, 3);
+      const std::byte* r = records.record(k - 1, aux_node_record);
+      if (r == nullptr) return header_failure(aux_node_failure, flag);
+      at(number, k) = int_word(r, 1);
+      at(xyz[0], k) = real_word(r, 2);
+      at(xyz[1], k) = real_word(r, 3);
+      at(xyz[2], k) = real_word(r, 4);
     }
   }
   return true;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
-#include <vector>
 
 #include "frame/base/error_handling.h"
 #include "frame/base/request_mask.h"
@@ -247,7 +246,7 @@ void getrequestedhistory(header::FormatReader& db, const RequestArguments& reque
     // The first two steps are looked up as every step is, with their reads
     // logged: one word each, one frame apart, and the value that word itself.
     // Then the word of every step is known, and the rest are gathered.
-    std::vector<std::pair<int32_t, int64_t>> log;
+    header::FormatReader::ReadLog log;
     db.read_log = &log;
     bool failed = false;
     for (; start < 2 && !failed; ++start) {
@@ -258,11 +257,12 @@ void getrequestedhistory(header::FormatReader& db, const RequestArguments& reque
       status += mask::read_failed;
       return;
     }
-    if (log.size() == 2 && log[0].first == log[1].first) {
-      const int32_t file = log[0].first;
-      const int64_t stride = log[1].second - log[0].second;
+    const auto& [first, second] = log.reads;
+    if (log.count == 2 && first.first == second.first) {
+      const int32_t file = first.first;
+      const int64_t stride = second.second - first.second;
       const int64_t frame = file == 1 ? header::me(db, 2) - header::me(db, 1) : header::fe(db, 2) - header::fe(db, 1);
-      if (stride == frame && db.gather_words(file, log[1].second, stride, values.subspan(1))) {
+      if (stride == frame && db.gather_words(file, second.second, stride, values.subspan(1))) {
         return;
       }
     }

@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "builder/job.h"
 #include "frame/base/error_handling.h"
@@ -13,6 +15,12 @@
 #include "support/scratch_dir.h"
 
 namespace tmrdar::header {
+
+// A table's entries, to compare whole.
+template <typename T>
+std::vector<T> as_vector(std::span<const T> entries) {
+  return {entries.begin(), entries.end()};
+}
 
 class HeaderTest : public ::testing::Test {
  protected:

@@ -15,7 +15,7 @@ using builder::Job;
 class StepTimes : public HeaderTest {
  protected:
   bool open(const Job& job) { return open_written(job); }
-  std::vector<float> times() const { return db.tables.time_list.data(); }
+  std::vector<float> times() const { return as_vector(db.tables.time_list.data()); }
 };
 
 TEST_F(StepTimes, TheTimeListReplacesTheRunSpan) {
@@ -68,7 +68,7 @@ TEST(StartRecords, SumIn32BitsBeforeV841) {
     bool failed = true;
     db.open_database_files("job", dir.path().string() + "/", failed);
     EXPECT_FALSE(failed) << error_handling::last_message();
-    EXPECT_EQ(db.tables.time_list.data(), std::vector<float>{format == &v831 ? 12.5F : 0.0F}) << format->name;
+    EXPECT_EQ(as_vector(db.tables.time_list.data()), std::vector<float>{format == &v831 ? 12.5F : 0.0F}) << format->name;
     db.close_database_files();
   }
 }

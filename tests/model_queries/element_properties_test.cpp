@@ -108,7 +108,7 @@ builder::Job paired(const header::FormatVersion& format) {
 // words from column 2 of the pair on, never past the end of the table.
 Fluid walk(const header::FormatReader& db, int32_t e) {
   const header::HeaderTables& t = db.tables;
-  const std::vector<int32_t>& words = t.pip_data.data();
+  const std::span<const int32_t> words = t.pip_data.data();
   const int64_t p = t.pip_data.extent(1);
   for (int64_t k = 1; k <= db.num_pipe_in_pipe; ++k) {
     for (int64_t word = p + 2 * p * (k - 1); word < p + 2 * p * (k - 1) + db.num_elements; ++word) {

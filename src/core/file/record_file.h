@@ -88,10 +88,15 @@ class RecordFile {
   // stands behind them, as after a read of them. nullptr, with nothing
   // changed, otherwise: the caller then reads them.
   const std::byte* mapped_at(int64_t address, int64_t count) {
+    const std::byte* data = mapped_view(address, count);
+    if (data != nullptr) position_ = address - 1 + count;
+    return data;
+  }
+  // The same bytes with nothing changed, the position included.
+  const std::byte* mapped_view(int64_t address, int64_t count) const {
     if (source_ == nullptr || failed_ || address < 1 || count < 0) return nullptr;
     const std::byte* data = source_->data();
     if (data == nullptr || count > source_->size() - (address - 1)) return nullptr;
-    position_ = address - 1 + count;
     return data + (address - 1);
   }
 
