@@ -1,5 +1,6 @@
 #include "header/block_reading.h"
 
+#include <algorithm>
 #include <bit>
 #include <climits>
 #include <cstdint>
@@ -52,14 +53,18 @@ void read_runs(FormatReader& db, int64_t position, std::span<const Run> runs, in
   }
 }
 
-BlockRecords::BlockRecords(FormatReader& db, int64_t block, int64_t records) : db_(db), block_(block) {
+BlockRecords::BlockRecords(FormatReader& db, int64_t block, int64_t records, int32_t records_per_row)
+    : db_(db), block_(block), per_row_(std::clamp(records_per_row, 1, max_records_per_row)) {
   if (std::endian::native == std::endian::little && records > 0 && records <= INT64_MAX / 32) {
     mapped_ = db.header_file.mapped_view(block, 32 * records);
   }
 }
 
 BlockRecords::~BlockRecords() {
-  if (mapped_ != nullptr && last_ >= 0) read_runs(db_, record_at(block_, last_), last_runs_, status_);
+  if (mapped_ == nullptr) return;
+  for (int64_t r = std::max<int64_t>(last_ - last_ % per_row_, 0); r <= last_; ++r) {
+    read_runs(db_, record_at(block_, r), row_runs_[static_cast<std::size_t>(r % per_row_)], status_);
+  }
 }
 
 const std::byte* BlockRecords::read(int64_t r, std::span<const Run> runs) {

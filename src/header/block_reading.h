@@ -33,18 +33,21 @@ inline void read_runs(FormatReader& db, int64_t position, std::initializer_list<
 // Byte position of record `record` (from 0) of a block that starts at `block`.
 constexpr int64_t record_at(int64_t block, int64_t record) { return block + 32 * record; }
 
-// The records of a block, taken in turn by the block's decoder, each with
-// the runs it holds. When every record the decoder may take lies in the
-// file's mapping, a record is a pointer into the mapping and nothing is
-// copied; otherwise each record is read as read_runs reads it, and handed
-// over as an image with its runs at their places: the same words, the same
-// stale words past the end of the file, the same failure. Either way, once
-// the decoder is done the scratch buffers and the file's position are as
-// read_runs leaves them after the last record taken.
+// The records of a block, taken in turn by the block's decoder: rows of
+// `records_per_row` records from the block's first, each record with the runs
+// it holds, the same runs for the same record of every row. When every record
+// the decoder may take lies in the file's mapping, a record is a pointer into
+// the mapping and nothing is copied; otherwise each record is read as
+// read_runs reads it, and handed over as an image with its runs at their
+// places: the same words, the same stale words past the end of the file, the
+// same failure. Either way, once the decoder is done the scratch buffers and
+// the file's position are as the reads of every record taken leave them: the
+// records of the last row are read again, which writes every place of the
+// scratch buffers that a row writes, in the order the rows write them.
 class BlockRecords {
  public:
   // The block at `block`, of which the decoder takes at most `records`.
-  BlockRecords(FormatReader& db, int64_t block, int64_t records);
+  BlockRecords(FormatReader& db, int64_t block, int64_t records, int32_t records_per_row = 1);
   ~BlockRecords();
   BlockRecords(const BlockRecords&) = delete;
   BlockRecords& operator=(const BlockRecords&) = delete;
@@ -54,18 +57,20 @@ class BlockRecords {
   const std::byte* record(int64_t r, std::span<const Run> runs) {
     if (mapped_ == nullptr) return read(r, runs);
     last_ = r;
-    last_runs_ = runs;
+    row_runs_[static_cast<std::size_t>(r % per_row_)] = runs;
     return mapped_ + 32 * r;
   }
 
  private:
+  static constexpr int32_t max_records_per_row = 4;
   const std::byte* read(int64_t r, std::span<const Run> runs);
 
   FormatReader& db_;
   int64_t block_;
+  int32_t per_row_;
   const std::byte* mapped_ = nullptr;
   int64_t last_ = -1;
-  std::span<const Run> last_runs_;
+  std::array<std::span<const Run>, max_records_per_row> row_runs_{};
   std::array<std::byte, 32> image_{};
   int32_t status_ = 0;
 };

@@ -84,7 +84,7 @@ bool FormatReader::read_structure_blocks(int32_t& flag) {
                            b3 = t.element_b3.storage(), b4 = t.element_b4.storage(), b6 = t.element_b6.storage(),
                            b7 = t.element_b7.storage(), b8 = t.element_b8.storage(), c1 = t.element_c1.storage();
     const std::span<int32_t> a8 = t.element_a8.storage(), b5 = t.element_b5.storage();
-    BlockRecords records(*this, block_position(16), 3 * rows);
+    BlockRecords records(*this, block_position(16), 3 * rows, 3);
     for (int64_t i = 1; i <= rows; ++i) {
       const std::byte* r = records.record(3 * (i - 1), element_record_1);
       if (r == nullptr) return header_failure(element_failure, flag);
@@ -209,7 +209,7 @@ bool FormatReader::read_structure_blocks(int32_t& flag) {
                                           t.aux_element_w9.extent()})
                              : 0;
     const std::span<int32_t> ends = t.aux_element_nodes.storage();
-    BlockRecords records(*this, block_position(20), 2 * rows);
+    BlockRecords records(*this, block_position(20), 2 * rows, 2);
     for (int64_t k = 1; k <= rows; ++k) {
       const std::byte* r = records.record(2 * (k - 1), aux_element_record_1);
       if (r == nullptr) return header_failure(aux_element_failure, flag);

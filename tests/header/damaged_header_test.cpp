@@ -1,10 +1,15 @@
 // Damaged headers: words anywhere in a header with every block replaced by
 // values a damaged file may hold, or the file cut short. The read must end in
 // success or a reported failure, never outside a table (the sanitizer build
-// runs this too), and no table may grow beyond what the file could fill.
+// runs this too), and no table may grow beyond what the file could fill. The
+// mapped reads must leave what the reads through the descriptor leave, stale
+// words included.
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib>
+#include <optional>
+#include <span>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -20,6 +25,46 @@ namespace {
 using builder::Job;
 
 class DamagedHeader : public ::testing::TestWithParam<const FormatVersion*> {};
+
+// The bytes of what an open leaves for the reads after it: the scratch
+// words and the model's tables.
+std::string left_by_open(const FormatReader& db) {
+  std::string bytes;
+  const auto add = [&bytes](auto... entries) {
+    ((bytes.append(reinterpret_cast<const char*>(entries.data()), entries.size_bytes()), bytes += '|'), ...);
+  };
+  const HeaderTables& t = db.tables;
+  add(std::span(db.header_ints), std::span(db.header_reals));
+  add(t.element_numbers.data(), t.element_nodes.data(), t.node_numbers.data(), t.aux_element_nodes.data(),
+      t.element_a8.data(), t.element_b5.data(), t.condition_nodes.data(), t.aux_element_numbers.data(),
+      t.aux_node_numbers.data(), t.point_mass_nodes.data(), t.boundary_condition_nodes.data());
+  add(t.element_length.data(), t.element_a6.data(), t.element_c1.data(), t.element_b8.data(),
+      t.contact_diameters.data(), t.time_list.data(), t.aux_element_r7.data(), t.element_section_table.data(),
+      t.nonlinear_e_table.data(), t.node_coordinates.data(), t.aux_node_coordinates.data(),
+      t.wave_harmonics.data(), t.current_profile.data());
+  std::vector<float> seabed;
+  for (int32_t i = 1; i <= db.seabed_profile.num_nodes(); ++i) {
+    seabed.insert(seabed.end(), {db.seabed_profile.node(i, 1), db.seabed_profile.node(i, 2)});
+  }
+  add(std::span(seabed));
+  return bytes;
+}
+
+// Opens with the files read through the descriptor, not the mapping.
+class UnmappedOpens {
+ public:
+  UnmappedOpens() {
+    if (const char* value = std::getenv(name)) saved_ = value;
+    ::setenv(name, "1", 1);
+  }
+  ~UnmappedOpens() { saved_ ? ::setenv(name, saved_->c_str(), 1) : ::unsetenv(name); }
+  UnmappedOpens(const UnmappedOpens&) = delete;
+  UnmappedOpens& operator=(const UnmappedOpens&) = delete;
+
+ private:
+  static constexpr const char* name = "TMRDAR_NO_MMAP";
+  std::optional<std::string> saved_;
+};
 
 TEST_P(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
   const FormatVersion& format = *GetParam();
@@ -51,10 +96,22 @@ TEST_P(DamagedHeader, ReadsEndInSuccessOrAReportedFailure) {
     ASSERT_TRUE(image.write(dir.file("job.dbm")));
     // The tables looked at below are this file's own.
     db.deallocate_database_header_arrays();
+    const auto scratch = std::pair(db.header_ints, db.header_reals);  // stale words from the last open
     failed = false;
     error_handling::error3(true, error_handling::database_postprocessing, "(none)");
     db.open_database_files("job", dir.path().string() + "/", failed);
     const std::string message(error_handling::last_message());
+    const std::string left = left_by_open(db);
+    {
+      const UnmappedOpens unmapped;
+      db.deallocate_database_header_arrays();
+      std::tie(db.header_ints, db.header_reals) = scratch;
+      bool unmapped_failed = false;
+      db.open_database_files("job", dir.path().string() + "/", unmapped_failed);
+      EXPECT_EQ(std::pair(unmapped_failed, std::string(error_handling::last_message())), std::pair(failed, message))
+          << "round " << round;
+      EXPECT_TRUE(left_by_open(db) == left) << "round " << round << ": the mapped reads left other words";
+    }
     failures += failed ? 1 : 0;
     if (failed) {
       EXPECT_NE(message, "Error: Database Postprocessing: (none)") << "round " << round;
