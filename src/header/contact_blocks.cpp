@@ -20,14 +20,18 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
 
   // Pipe-in-pipe: for each connection, one record of 2 integers a row.
   if (num_pipe_in_pipe > 0) {
-    const int64_t block = block_position(33);
-    const int64_t rows = t.pip_data.extent(1);
-    for (int64_t c = 1; c <= t.pip_data.extent(3); ++c) {
+    constexpr Run two_ints[] = {{ints, 2}};
+    const int64_t rows = t.pip_data.extent(2) == 2 ? t.pip_data.extent(1) : 0;
+    const int64_t connections = t.pip_data.extent(3);
+    const std::span<int32_t> stored = t.pip_data.storage();
+    BlockRecords records(*this, block_position(33), rows * connections);
+    for (int64_t c = 1; c <= connections; ++c) {
       for (int64_t j = 1; j <= rows; ++j) {
-        read_runs(*this, record_at(block, (c - 1) * rows + j - 1), {{ints, 2}}, status);
-        if (status != 0) return header_failure("Unable to read pipe-in-pipe data from database header.", flag);
-        t.pip_data(j, 1, c) = i[0];
-        t.pip_data(j, 2, c) = i[1];
+        const std::byte* r = records.record((c - 1) * rows + j - 1, two_ints);
+        if (r == nullptr) return header_failure("Unable to read pipe-in-pipe data from database header.", flag);
+        // Entry (j, w, c) of a table of rows x 2 x connections.
+        stored[static_cast<std::size_t>((j - 1) + rows * (2 * (c - 1)))] = int_word(r, 1);
+        stored[static_cast<std::size_t>((j - 1) + rows * (1 + 2 * (c - 1)))] = int_word(r, 2);
       }
     }
   }

@@ -26,29 +26,33 @@ constexpr int64_t pair_place(int64_t i) { return i - 4 * pair_record(i); }
 // table that holds them has.
 int64_t rows_read(int32_t count, int64_t table_rows) { return std::min<int64_t>(count, table_rows); }
 
+constexpr Run five_reals[] = {{Words::reals, 5}};
+constexpr Run eight_reals[] = {{Words::reals, 8}};
+
 }  // namespace
 
 bool FormatReader::read_sea_blocks(int32_t& flag) {
   HeaderTables& t = tables;
-  std::array<float, 8>& re = header_reals;
-  int32_t status = 0;
-  // `count` reals at record `record` (from 0) of a block.
-  const auto read = [&](int64_t block, int64_t record, std::size_t count) {
-    header_file.read_real_at(std::span<float>(re.data(), count), record_at(block, record), status);
-    return status == 0;
-  };
+  const std::array<float, 8>& re = header_reals;
 
-  // Block 22: four points a record, each point's record read anew. The pair
-  // goes to the point's row crossed: its first word is the distance, in
-  // column 2, and its second the height, in column 1.
+  // Block 22: four points a record. The pair goes to the point's row
+  // crossed: its first word is the distance, in column 2, and its second the
+  // height, in column 1. A record is read once, at its first point: reading
+  // it again for each of its points would give the same words, the same
+  // stale ones past the end, and fail at the same point.
   if (seabed_geometry != 4 && seabed_geometry != 5 && num_seabed_points > 0) {
-    const int64_t block = block_position(22);
     const auto points = static_cast<int32_t>(rows_read(num_seabed_points, seabed_profile.num_nodes()));
-    for (int32_t i = 1; i <= points; ++i) {
-      if (!read(block, pair_record(i), 8)) return header_failure(seabed_failure, flag);
-      const auto p = static_cast<std::size_t>(pair_place(i));
-      seabed_profile.set_node(i, 2, re[2 * p - 2]);
-      seabed_profile.set_node(i, 1, re[2 * p - 1]);
+    {
+      BlockRecords records(*this, block_position(22), points > 0 ? pair_record(points) + 1 : 0);
+      const std::byte* r = nullptr;
+      for (int32_t i = 1; i <= points; ++i) {
+        if (pair_place(i) == 1 && (r = records.record(pair_record(i), eight_reals)) == nullptr) {
+          return header_failure(seabed_failure, flag);
+        }
+        const auto p = static_cast<int>(pair_place(i));
+        seabed_profile.set_node(i, 2, real_word(r, 2 * p - 1));
+        seabed_profile.set_node(i, 1, real_word(r, 2 * p));
+      }
     }
     // A plane slope keeps its angle in word 5 of the last record read.
     if (seabed_geometry == 2) seabed_profile.set_slope(re[4]);
@@ -57,36 +61,43 @@ bool FormatReader::read_sea_blocks(int32_t& flag) {
   // Blocks 23 and 24: one record a harmonic, held in two tables of opposite
   // index order.
   if (num_wave_harmonics > 0) {
-    const int64_t block = block_position(23);
-    const int64_t rows = rows_read(num_wave_harmonics, t.wave_harmonics.extent(1));
-    for (int64_t r = 1; r <= rows; ++r) {
-      if (!read(block, r - 1, 5)) return header_failure(wave_failure, flag);
-      for (int64_t c = 1; c <= 5; ++c) {
-        if (t.wave_harmonics.contains(r, c)) t.wave_harmonics(r, c) = re[static_cast<std::size_t>(c - 1)];
-      }
+    Table<float, 2>& table = t.wave_harmonics;
+    const int64_t rows = table.extent(2) >= 5 ? rows_read(num_wave_harmonics, table.extent(1)) : 0;
+    const std::span<float> stored = table.storage();
+    const int64_t stride = table.extent(1);
+    BlockRecords records(*this, block_position(23), rows);
+    for (int64_t h = 1; h <= rows; ++h) {
+      const std::byte* r = records.record(h - 1, five_reals);
+      if (r == nullptr) return header_failure(wave_failure, flag);
+      for (int c = 1; c <= 5; ++c) stored[static_cast<std::size_t>((h - 1) + (c - 1) * stride)] = real_word(r, c);
     }
   }
   if (num_dsp_wave_harmonics > 0) {
-    const int64_t block = block_position(24);
-    const int64_t rows = rows_read(num_dsp_wave_harmonics, t.dsp_wave_harmonics.extent(2));
-    for (int64_t r = 1; r <= rows; ++r) {
-      if (!read(block, r - 1, 5)) return header_failure(wave_failure, flag);
-      for (int64_t c = 1; c <= 5; ++c) {
-        if (t.dsp_wave_harmonics.contains(c, r)) t.dsp_wave_harmonics(c, r) = re[static_cast<std::size_t>(c - 1)];
-      }
+    Table<float, 2>& table = t.dsp_wave_harmonics;
+    const int64_t rows = table.extent(1) >= 5 ? rows_read(num_dsp_wave_harmonics, table.extent(2)) : 0;
+    const std::span<float> stored = table.storage();
+    const int64_t stride = table.extent(1);
+    BlockRecords records(*this, block_position(24), rows);
+    for (int64_t h = 1; h <= rows; ++h) {
+      const std::byte* r = records.record(h - 1, five_reals);
+      if (r == nullptr) return header_failure(wave_failure, flag);
+      for (int c = 1; c <= 5; ++c) stored[static_cast<std::size_t>((h - 1) * stride + (c - 1))] = real_word(r, c);
     }
   }
 
-  // Block 25: a diameter an element, eight to a record. Each record is read
-  // once: reading it again for each of its elements would give the same
-  // words, the same stale ones past the end, and fail at the same element.
+  // Block 25: a diameter an element, eight to a record, each record read
+  // once, as the seabed points are.
   if (num_elements > 0) {
-    const int64_t block = block_position(25);
     const int64_t rows = rows_read(num_elements, t.contact_diameters.extent(1));
+    const std::span<float> diameters = t.contact_diameters.storage();
+    BlockRecords records(*this, block_position(25), rows > 0 ? packed_record(rows) + 1 : 0);
+    const std::byte* r = nullptr;
     for (int64_t i = 1; i <= rows; ++i) {
-      const bool new_record = i == 1 || packed_record(i) != packed_record(i - 1);
-      if (new_record && !read(block, packed_record(i), 8)) return header_failure(diameter_failure, flag);
-      t.contact_diameters(i) = re[static_cast<std::size_t>(packed_place(i) - 1)];
+      const auto place = static_cast<int>(packed_place(i));
+      if (place == 1 && (r = records.record(packed_record(i), eight_reals)) == nullptr) {
+        return header_failure(diameter_failure, flag);
+      }
+      diameters[static_cast<std::size_t>(i - 1)] = real_word(r, place);
     }
   }
   return true;

@@ -52,9 +52,16 @@ SetsRead read_sets(FormatReader& db, int32_t k, Table<NameField>& names, Table<i
     } catch (const std::bad_alloc&) {
       return SetsRead::refused;
     }
-    for (int64_t j = 0; j < members_count; ++j) {
-      db.header_file.read_int_at(std::span(list).subspan(static_cast<std::size_t>(j), 1),
-                                 record_at(block, r + 9 + j), status);
+    // One member a record: out of the mapping when it holds them all.
+    const int64_t first = record_at(block, r + 9);
+    if (const std::byte* mapped = db.header_file.mapped_view(first, 32 * members_count); mapped != nullptr) {
+      for (int64_t j = 0; j < members_count; ++j) list[static_cast<std::size_t>(j)] = int_word(mapped + 32 * j, 1);
+      if (members_count > 0) db.header_file.mapped_at(record_at(first, members_count - 1), 4);
+    } else {
+      for (int64_t j = 0; j < members_count; ++j) {
+        db.header_file.read_int_at(std::span(list).subspan(static_cast<std::size_t>(j), 1), record_at(first, j),
+                                   status);
+      }
     }
     if (status != 0) return SetsRead::read_failed;
     r += 9 + members_count;
@@ -65,15 +72,15 @@ SetsRead read_sets(FormatReader& db, int32_t k, Table<NameField>& names, Table<i
 // A list of integers packed 8 to a record from the start of block k, read up
 // to the table's length.
 bool read_packed_ints(FormatReader& db, int32_t k, Table<int32_t>& list) {
-  const int64_t block = db.block_position(k);
-  int32_t status = 0;
-  for (int64_t i = 1; i <= list.extent(); ++i) {
-    const int64_t place = packed_place(i);
-    if (place == 1) {
-      db.header_file.read_int_at(db.header_ints, record_at(block, packed_record(i)), status);
-      if (status != 0) return false;
-    }
-    list(i) = db.header_ints[static_cast<std::size_t>(place - 1)];
+  constexpr Run eight_ints[] = {{Words::ints, 8}};
+  const int64_t count = list.extent();
+  const std::span<int32_t> entries = list.storage();
+  BlockRecords records(db, db.block_position(k), count > 0 ? packed_record(count) + 1 : 0);
+  const std::byte* r = nullptr;
+  for (int64_t i = 1; i <= count; ++i) {
+    const auto place = static_cast<int>(packed_place(i));
+    if (place == 1 && (r = records.record(packed_record(i), eight_ints)) == nullptr) return false;
+    entries[static_cast<std::size_t>(i - 1)] = int_word(r, place);
   }
   return true;
 }

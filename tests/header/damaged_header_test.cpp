@@ -37,7 +37,9 @@ std::string left_by_open(const FormatReader& db) {
   add(std::span(db.header_ints), std::span(db.header_reals));
   add(t.element_numbers.data(), t.element_nodes.data(), t.node_numbers.data(), t.aux_element_nodes.data(),
       t.element_a8.data(), t.element_b5.data(), t.condition_nodes.data(), t.aux_element_numbers.data(),
-      t.aux_node_numbers.data(), t.point_mass_nodes.data(), t.boundary_condition_nodes.data());
+      t.aux_node_numbers.data(), t.point_mass_nodes.data(), t.boundary_condition_nodes.data(), t.pip_data.data());
+  for (const auto& members : t.element_set_members) add(std::span(members));
+  for (const auto& members : t.node_set_members) add(std::span(members));
   add(t.element_length.data(), t.element_a6.data(), t.element_c1.data(), t.element_b8.data(),
       t.contact_diameters.data(), t.time_list.data(), t.aux_element_r7.data(), t.element_section_table.data(),
       t.nonlinear_e_table.data(), t.node_coordinates.data(), t.aux_node_coordinates.data(),
