@@ -55,19 +55,23 @@ void read_runs(FormatReader& db, int64_t position, std::span<const Run> runs, in
 
 BlockRecords::BlockRecords(FormatReader& db, int64_t block, int64_t records, int32_t records_per_row)
     : db_(db), block_(block), per_row_(std::clamp(records_per_row, 1, max_records_per_row)) {
-  if (std::endian::native == std::endian::little && records > 0 && records <= INT64_MAX / 32) {
-    mapped_ = db.header_file.mapped_view(block, 32 * records);
-  }
+  const auto size = static_cast<int64_t>(db.header_file.mapped_bytes().size());
+  if (std::endian::native != std::endian::little || db.header_file.is_unit() || block < 1 || block > size) return;
+  int64_t whole = std::min((size - (block - 1)) / 32, std::max<int64_t>(records, 0));
+  whole -= whole % per_row_;
+  mapped_ = db.header_file.mapped_view(block, 32 * whole);
+  if (mapped_ != nullptr) mapped_records_ = whole;
 }
 
-BlockRecords::~BlockRecords() {
-  if (mapped_ == nullptr) return;
+void BlockRecords::replay() {
   for (int64_t r = std::max<int64_t>(last_ - last_ % per_row_, 0); r <= last_; ++r) {
     read_runs(db_, record_at(block_, r), row_runs_[static_cast<std::size_t>(r % per_row_)], status_);
   }
+  last_ = -1;
 }
 
 const std::byte* BlockRecords::read(int64_t r, std::span<const Run> runs) {
+  replay();
   read_runs(db_, record_at(block_, r), runs, status_);
   if (status_ != 0) return nullptr;
   std::size_t ints = 0;

@@ -34,28 +34,29 @@ inline void read_runs(FormatReader& db, int64_t position, std::initializer_list<
 constexpr int64_t record_at(int64_t block, int64_t record) { return block + 32 * record; }
 
 // The records of a block, taken in turn by the block's decoder: rows of
-// `records_per_row` records from the block's first, each record with the runs
-// it holds, the same runs for the same record of every row. When every record
-// the decoder may take lies in the file's mapping, a record is a pointer into
-// the mapping and nothing is copied; otherwise each record is read as
-// read_runs reads it, and handed over as an image with its runs at their
-// places: the same words, the same stale words past the end of the file, the
-// same failure. Either way, once the decoder is done the scratch buffers and
-// the file's position are as the reads of every record taken leave them: the
-// records of the last row are read again, which writes every place of the
-// scratch buffers that a row writes, in the order the rows write them.
+// `records_per_row` records from the block's first, in order, each record
+// with the runs it holds, the same runs for the same record of every row.
+// The whole rows that lie in the file's mapping are pointers into it, and
+// nothing is copied; any later record is read as read_runs reads it and
+// handed over as an image with its runs at their places: the same words, the
+// same stale words past the end of the file, the same failure. The scratch
+// buffers and the file's position are left as the reads of every record
+// taken would leave them: before the first record read, and when the decoder
+// is done, the records of the last row taken out of the mapping are read
+// again, which writes every place of the scratch buffers that a row writes,
+// in the order the rows write them.
 class BlockRecords {
  public:
   // The block at `block`, of which the decoder takes at most `records`.
   BlockRecords(FormatReader& db, int64_t block, int64_t records, int32_t records_per_row = 1);
-  ~BlockRecords();
+  ~BlockRecords() { replay(); }
   BlockRecords(const BlockRecords&) = delete;
   BlockRecords& operator=(const BlockRecords&) = delete;
 
   // Record r (from 0) of the block, 8 words; nullptr when its read fails.
   // The runs must outlive the decoder.
   const std::byte* record(int64_t r, std::span<const Run> runs) {
-    if (mapped_ == nullptr) return read(r, runs);
+    if (r >= mapped_records_) return read(r, runs);
     last_ = r;
     row_runs_[static_cast<std::size_t>(r % per_row_)] = runs;
     return mapped_ + 32 * r;
@@ -64,11 +65,13 @@ class BlockRecords {
  private:
   static constexpr int32_t max_records_per_row = 4;
   const std::byte* read(int64_t r, std::span<const Run> runs);
+  void replay();
 
   FormatReader& db_;
   int64_t block_;
   int32_t per_row_;
   const std::byte* mapped_ = nullptr;
+  int64_t mapped_records_ = 0;
   int64_t last_ = -1;
   std::array<std::span<const Run>, max_records_per_row> row_runs_{};
   std::array<std::byte, 32> image_{};

@@ -1,8 +1,9 @@
 // Making and releasing the tables of a header.
 //
 // A header's counts come from the file and may be garbage. A table is made
-// only when the block that fills it fits in the file by the layout rule and
-// the table has no more entries than the file has words; anything larger is
+// only when the block that fills it fits in the file by the layout rule, the
+// table has no more entries than the file has words, and all the tables made
+// so far take no more than twice the file's bytes; anything larger is
 // refused as a failed allocation would be, so no count can ask for memory
 // out of proportion to the file.
 #include <algorithm>
@@ -14,12 +15,14 @@ namespace tmrdar::header {
 namespace {
 
 constexpr std::string_view allocation_failure = "Unable to allocate memory for database header data.";
+constexpr int64_t table_bytes_per_file_byte = 2;
 
 // Makes tables while the file can back them; the first refusal or failure
 // stops every later one.
 class TableMaker {
  public:
-  explicit TableMaker(int64_t file_records) : records_(file_records), words_(8 * file_records) {}
+  explicit TableMaker(int64_t file_records)
+      : records_(file_records), words_(8 * file_records), budget_(table_bytes_per_file_byte * 32 * file_records) {}
 
   bool ok() const { return ok_; }
   void fail() { ok_ = false; }
@@ -38,12 +41,16 @@ class TableMaker {
       entries *= std::max<int64_t>(extent, 0);
       if (entries > words_) break;
     }
-    ok_ = entries <= words_ && table.allocate(extents, fill);
+    const int64_t bytes = entries * static_cast<int64_t>(sizeof(T));
+    ok_ = entries <= words_ && bytes <= budget_ - made_ && table.allocate(extents, fill);
+    if (ok_) made_ += bytes;
   }
 
  private:
   int64_t records_;
   int64_t words_;
+  int64_t budget_;
+  int64_t made_ = 0;
   bool ok_ = true;
 };
 

@@ -1,5 +1,7 @@
 // The tables of a header: made from the counts as far as the file can back
 // them, replaced whole by the next header, and indexed by number.
+#include <malloc.h>
+
 #include <cmath>
 #include <string>
 #include <vector>
@@ -16,6 +18,13 @@ using builder::Job;
 
 constexpr std::string_view allocation_failure =
     "Error: Database Postprocessing: Unable to allocate memory for database header data.";
+
+// Bytes the process holds from the allocator; 0 where the allocator keeps no
+// count of them (as under the address sanitizer).
+int64_t heap_bytes() {
+  const struct mallinfo2 info = ::mallinfo2();
+  return static_cast<int64_t>(info.uordblks + info.hblkhd);
+}
 
 class HeaderArrays : public HeaderTest {
  protected:
@@ -81,6 +90,32 @@ TEST_F(HeaderArrays, WhatTheFileCannotBackIsRefused) {
     EXPECT_EQ(open(edge), points == 4 * file_records) << points << ": " << error_handling::last_message();
   }
   EXPECT_EQ(error_handling::last_message(), models);
+}
+
+// Counts that promise gigabytes, from a file of 64 KiB: each count as large
+// as the file could back on its own, and all of them together, or more than
+// the file has words. Whatever they say, the tables that the open makes and
+// keeps hold at most four times the file's bytes.
+TEST_F(HeaderArrays, NoCountMakesTheOpenHoldMoreThanFourTimesTheFile) {
+  const Job job = every_block_job();
+  builder::FileImage good = job.image(FileKind::motion);
+  good.extend_to(2048);
+  const auto records = static_cast<int32_t>(good.records());
+  struct Count {
+    int32_t block, word, value;
+  };
+  const std::vector<Count> counts{{6, 1, records / 3}, {6, 2, records},     {6, 3, 8},           {6, 4, 8},
+                                  {7, 1, records},     {8, 5, records},     {11, 1, records},    {11, 2, records / 2},
+                                  {11, 5, records},    {13, 2, records}};
+  for (const int32_t times : {1, 8}) {
+    builder::FileImage image = good;
+    for (const Count& c : counts) image.put_int(job.directory().entry(c.block) - 1, c.word, times * c.value);
+    ASSERT_TRUE(image.write(dir.file("job.dbm")));
+    db.deallocate_database_header_arrays();
+    const int64_t before = heap_bytes();
+    reopen();
+    EXPECT_LE(heap_bytes() - before, 4 * std::ssize(image.bytes())) << times << ": " << error_handling::last_message();
+  }
 }
 
 TEST_F(HeaderArrays, ASecondHeaderReplacesTheFirstAndAFailedOneKeepsIt) {
