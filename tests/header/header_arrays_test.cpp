@@ -92,14 +92,15 @@ TEST_F(HeaderArrays, WhatTheFileCannotBackIsRefused) {
   EXPECT_EQ(error_handling::last_message(), models);
 }
 
-// Counts that promise gigabytes, from a file of 64 KiB: each count as large
+// Counts that promise gigabytes, from a file of 1 MiB: each count as large
 // as the file could back on its own, and all of them together, or more than
-// the file has words. Whatever they say, the tables that the open makes and
-// keeps hold at most four times the file's bytes.
+// the file has words. Whatever they say, what the open makes and keeps holds
+// at most four times the file's bytes, beside the fixed buffer of 256 KiB
+// through which a file that is not mapped is read.
 TEST_F(HeaderArrays, NoCountMakesTheOpenHoldMoreThanFourTimesTheFile) {
   const Job job = every_block_job();
   builder::FileImage good = job.image(FileKind::motion);
-  good.extend_to(2048);
+  good.extend_to(32768);
   const auto records = static_cast<int32_t>(good.records());
   struct Count {
     int32_t block, word, value;
@@ -114,7 +115,7 @@ TEST_F(HeaderArrays, NoCountMakesTheOpenHoldMoreThanFourTimesTheFile) {
     db.deallocate_database_header_arrays();
     const int64_t before = heap_bytes();
     reopen();
-    EXPECT_LE(heap_bytes() - before, 4 * std::ssize(image.bytes())) << times << ": " << error_handling::last_message();
+    EXPECT_LE(heap_bytes() - before, 4 * std::ssize(image.bytes()) + (256 << 10)) << times << ": " << error_handling::last_message();
   }
 }
 
