@@ -8,9 +8,12 @@
 // with 100,000 steps.)
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <numeric>
 #include <random>
@@ -19,6 +22,7 @@
 
 #include "builder/job.h"
 #include "header/format_reader.h"
+#include "header/result_frames.h"
 
 namespace {
 
@@ -134,5 +138,34 @@ void BM_OpenRun(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_OpenRun)->Arg(1)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+// The anchor of the step times: what the open of the 100,000-step run must
+// do at the least, a fresh mapping of its motion file and a copy of each
+// step's time out of it, by the offsets the reader forms.
+void BM_StepTimeGatherAnchor(benchmark::State& state) {
+  const int32_t steps = 100'000;
+  const std::string path = benchmark_dir() + write_run(steps) + ".dbm";
+  tmrdar::header::FormatReader& db = tmrdar::header::v861_database_files();
+  bool failed = false;
+  db.open_database_files("run-" + std::to_string(steps), benchmark_dir(), failed);
+  std::vector<int64_t> offsets;
+  for (int32_t n = 1; n <= steps; ++n) offsets.push_back(4 * (tmrdar::header::tb(db, n) - 7 - 1));
+  db.close_database_files();
+  std::vector<float> times(offsets.size());
+  for (auto _ : state) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY);
+    struct stat info {};
+    ::fstat(descriptor, &info);
+    const auto size = static_cast<std::size_t>(info.st_size);
+    void* map = ::mmap(nullptr, size, PROT_READ, MAP_SHARED, descriptor, 0);
+    const auto* bytes = static_cast<const char*>(map);
+    for (std::size_t i = 0; i < offsets.size(); ++i) std::memcpy(&times[i], bytes + offsets[i], 4);
+    benchmark::DoNotOptimize(times.data());
+    ::munmap(map, size);
+    ::close(descriptor);
+  }
+  if (failed) state.SkipWithError("the run did not open");
+}
+BENCHMARK(BM_StepTimeGatherAnchor)->Unit(benchmark::kMillisecond);
 
 }  // namespace
