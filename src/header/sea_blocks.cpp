@@ -59,31 +59,25 @@ bool FormatReader::read_sea_blocks(int32_t& flag) {
   }
 
   // Blocks 23 and 24: one record a harmonic, held in two tables of opposite
-  // index order.
-  if (num_wave_harmonics > 0) {
-    Table<float, 2>& table = t.wave_harmonics;
-    const int64_t rows = table.extent(2) >= 5 ? rows_read(num_wave_harmonics, table.extent(1)) : 0;
+  // index order: harmonic by column, and column by harmonic.
+  const auto harmonics = [&](int32_t k, int32_t count, Table<float, 2>& table, bool harmonic_first) {
+    const int64_t harmonic_extent = table.extent(harmonic_first ? 1 : 2);
+    const int64_t rows = table.extent(harmonic_first ? 2 : 1) >= 5 ? rows_read(count, harmonic_extent) : 0;
     const std::span<float> stored = table.storage();
-    const int64_t stride = table.extent(1);
-    BlockRecords records(*this, block_position(23), rows);
+    const int64_t leading = table.extent(1);
+    BlockRecords records(*this, block_position(k), rows);
     for (int64_t h = 1; h <= rows; ++h) {
       const std::byte* r = records.record(h - 1, five_reals);
       if (r == nullptr) return header_failure(wave_failure, flag);
-      for (int c = 1; c <= 5; ++c) stored[static_cast<std::size_t>((h - 1) + (c - 1) * stride)] = real_word(r, c);
+      for (int64_t c = 1; c <= 5; ++c) {
+        const int64_t entry = harmonic_first ? (h - 1) + (c - 1) * leading : (c - 1) + (h - 1) * leading;
+        stored[static_cast<std::size_t>(entry)] = real_word(r, static_cast<int>(c));
+      }
     }
-  }
-  if (num_dsp_wave_harmonics > 0) {
-    Table<float, 2>& table = t.dsp_wave_harmonics;
-    const int64_t rows = table.extent(1) >= 5 ? rows_read(num_dsp_wave_harmonics, table.extent(2)) : 0;
-    const std::span<float> stored = table.storage();
-    const int64_t stride = table.extent(1);
-    BlockRecords records(*this, block_position(24), rows);
-    for (int64_t h = 1; h <= rows; ++h) {
-      const std::byte* r = records.record(h - 1, five_reals);
-      if (r == nullptr) return header_failure(wave_failure, flag);
-      for (int c = 1; c <= 5; ++c) stored[static_cast<std::size_t>((h - 1) * stride + (c - 1))] = real_word(r, c);
-    }
-  }
+    return true;
+  };
+  if (num_wave_harmonics > 0 && !harmonics(23, num_wave_harmonics, t.wave_harmonics, true)) return false;
+  if (num_dsp_wave_harmonics > 0 && !harmonics(24, num_dsp_wave_harmonics, t.dsp_wave_harmonics, false)) return false;
 
   // Block 25: a diameter an element, eight to a record, each record read
   // once, as the seabed points are.

@@ -116,36 +116,28 @@ bool FormatReader::read_structure_blocks(int32_t& flag) {
     }
   }
 
-  // Block 17: one record an element, its integers kept as reals.
-  if (num_elements > 0) {
-    Table<float, 2>& table = t.element_section_table;
-    const int64_t rows = table.extent(2) >= 4 ? rows_read(num_elements, {table.extent(1)}) : 0;
+  // Blocks 17 and 18: one record an element, and one a point of a curve,
+  // their integers kept as reals; the fourth word is an integer in block 17
+  // and a real in block 18.
+  const auto four_column_rows = [&](int32_t k, int32_t count, Table<float, 2>& table, std::span<const Run> runs) {
+    const int64_t rows = table.extent(2) >= 4 ? rows_read(count, {table.extent(1)}) : 0;
     const std::array<std::span<float>, 4> columns = four_columns(table, rows);
-    BlockRecords records(*this, block_position(17), rows);
+    const bool fourth_is_int = runs.back().kind == ints;
+    BlockRecords records(*this, block_position(k), rows);
     for (int64_t i = 1; i <= rows; ++i) {
-      const std::byte* r = records.record(i - 1, section_record);
+      const std::byte* r = records.record(i - 1, runs);
       if (r == nullptr) return header_failure(material_failure, flag);
       at(columns[0], i) = static_cast<float>(int_word(r, 1));
       at(columns[1], i) = static_cast<float>(int_word(r, 2));
       at(columns[2], i) = real_word(r, 3);
-      at(columns[3], i) = static_cast<float>(int_word(r, 4));
+      at(columns[3], i) = fourth_is_int ? static_cast<float>(int_word(r, 4)) : real_word(r, 4);
     }
-  }
-
-  // Block 18: one record a point of a curve.
-  if (num_nonlinear_e_tables > 0) {
-    Table<float, 2>& table = t.nonlinear_e_table;
-    const int64_t rows = table.extent(2) >= 4 ? rows_read(num_nonlinear_e_tables, {table.extent(1)}) : 0;
-    const std::array<std::span<float>, 4> columns = four_columns(table, rows);
-    BlockRecords records(*this, block_position(18), rows);
-    for (int64_t i = 1; i <= rows; ++i) {
-      const std::byte* r = records.record(i - 1, curve_point_record);
-      if (r == nullptr) return header_failure(material_failure, flag);
-      at(columns[0], i) = static_cast<float>(int_word(r, 1));
-      at(columns[1], i) = static_cast<float>(int_word(r, 2));
-      at(columns[2], i) = real_word(r, 3);
-      at(columns[3], i) = real_word(r, 4);
-    }
+    return true;
+  };
+  if (num_elements > 0 && !four_column_rows(17, num_elements, t.element_section_table, section_record)) return false;
+  if (num_nonlinear_e_tables > 0 &&
+      !four_column_rows(18, num_nonlinear_e_tables, t.nonlinear_e_table, curve_point_record)) {
+    return false;
   }
 
   // Block 19: one record a node. A node with a boundary condition slot above
