@@ -21,8 +21,9 @@ bool FormatReader::read_contact_blocks(int32_t& flag) {
   // Pipe-in-pipe: for each connection, one record of 2 integers a row.
   if (num_pipe_in_pipe > 0) {
     constexpr Run two_ints[] = {{ints, 2}};
+    // A table of no rows has none to read, whatever its connection count.
     const int64_t rows = t.pip_data.extent(2) == 2 ? t.pip_data.extent(1) : 0;
-    const int64_t connections = t.pip_data.extent(3);
+    const int64_t connections = rows > 0 ? t.pip_data.extent(3) : 0;
     const std::span<int32_t> stored = t.pip_data.storage();
     BlockRecords records(*this, block_position(33), rows * connections);
     for (int64_t c = 1; c <= connections; ++c) {
