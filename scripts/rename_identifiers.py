@@ -110,7 +110,11 @@ SYSTEM_MACRO = re.compile(
     r"E(RANGE|INTR|NOENT|ACCES|EXIST|AGAIN|BADF|INVAL)|WEXITSTATUS|WIFEXITED|WIFSIGNALED|WTERMSIG|"
     r"STD(IN|OUT|ERR)_FILENO|U?INT\d*_(MAX|MIN)|INT_(MAX|MIN)|SIZE_MAX|FLT_\w+|DBL_\w+|NAN|INFINITY|EOF|"
     r"NULL|PATH_MAX|CHAR_BIT|EXIT_SUCCESS|EXIT_FAILURE|MAP_(SHARED|PRIVATE|FAILED)|PROT_\w+|TMRDAR_\w+|"
-    r"__\w+|_[A-Z]\w*)$"
+    r"__\w+|_[A-Z]\w*|"
+    # The Windows API's types and constants, in the Windows side of the platform layer.
+    r"HANDLE|DWORD|SHORT|SIZE_T|COORD|OVERLAPPED|LARGE_INTEGER|P?SRWLOCK|CONSOLE_SCREEN_BUFFER_INFO|"
+    r"BY_HANDLE_FILE_INFORMATION|CP_UTF8|MAX_PATH|INVALID_\w+|FILE_\w+|GENERIC_\w+|OPEN_EXISTING|STD_\w+_HANDLE|"
+    r"PAGE_\w+|ERROR_\w+)$"
 )
 # The exports are the binary interface: their names and the C header stay.
 EXPORTS = {"XIT"}

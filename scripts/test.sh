@@ -3,6 +3,7 @@
 # builds the benchmarks, so that they keep compiling, and after which the
 # Python package's tests run against that build), with clang,
 # and with g++ under AddressSanitizer and UndefinedBehaviorSanitizer.
+# Then the Windows DLL, cross-built with mingw-w64, and its tests under Wine.
 # Warnings are errors in every build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -31,4 +32,6 @@ TMRDAR_LIBRARY="$PWD/build/test-gcc/src/frame/exports/libtmrdar.so" MPLBACKEND=A
 run clang clang++ ""
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
   run sanitize g++ "-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
+echo "== windows: cross build of the DLL and its tests, run under Wine"
+./scripts/windows.sh test
 echo "== all tests passed"

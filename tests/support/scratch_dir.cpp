@@ -2,20 +2,31 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <chrono>
 #include <fstream>
+#include <random>
 
 namespace tmrdar::testing {
 
 ScratchDir::ScratchDir() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "tmrdar-test-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr) {
-    ADD_FAILURE() << "cannot create a scratch directory";
+  // A new directory of a random name in the system's temporary folder; the
+  // creation fails when the name is taken, and another name is tried.
+  std::mt19937_64 random(std::random_device{}() ^
+                         static_cast<uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
+  const std::filesystem::path base = std::filesystem::temp_directory_path();
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    std::filesystem::path candidate = base / ("tmrdar-test-" + std::to_string(random() % 1000000000000U));
+    std::error_code error;
+    if (std::filesystem::create_directory(candidate, error)) {
+      path_ = candidate;
+      return;
+    }
   }
-  path_ = pattern;
+  ADD_FAILURE() << "cannot create a scratch directory";
 }
 
 ScratchDir::~ScratchDir() {
+  if (path_.empty()) return;
   std::error_code ignored;
   std::filesystem::remove_all(path_, ignored);
 }

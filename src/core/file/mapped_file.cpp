@@ -21,7 +21,7 @@ constexpr int64_t page = 4096;
 // trivially destroyed, so they stay valid when the frame's units close at
 // the unloading of the library, after its other static objects are gone.
 struct Registry {
-  std::mutex lock;
+  platform::StaticLock lock;
   MappedFile* head = nullptr;
 };
 static_assert(std::is_trivially_destructible_v<Registry>);
@@ -30,7 +30,7 @@ constinit Registry open_files;
 }  // namespace
 
 void MappedFile::enlist() {
-  const std::lock_guard<std::mutex> hold(open_files.lock);
+  const std::lock_guard<platform::StaticLock> hold(open_files.lock);
   previous_ = nullptr;
   next_ = open_files.head;
   if (next_ != nullptr) next_->previous_ = this;
@@ -38,7 +38,7 @@ void MappedFile::enlist() {
 }
 
 void MappedFile::delist() {
-  const std::lock_guard<std::mutex> hold(open_files.lock);
+  const std::lock_guard<platform::StaticLock> hold(open_files.lock);
   if (previous_ != nullptr) previous_->next_ = next_;
   if (next_ != nullptr) next_->previous_ = previous_;
   if (open_files.head == this) open_files.head = next_;
@@ -47,8 +47,8 @@ void MappedFile::delist() {
 
 bool MappedFile::open(const std::string& path) {
   close();
-  const int descriptor = platform::open_for_reading(path);
-  if (descriptor < 0) return false;
+  const platform::FileHandle descriptor = platform::open_for_reading(path);
+  if (descriptor == platform::no_file) return false;
   const std::optional<platform::FileFacts> facts = platform::descriptor_facts(descriptor);
   if (!facts || facts->directory) {
     platform::close_descriptor(descriptor);
@@ -63,13 +63,13 @@ bool MappedFile::open(const std::string& path) {
 }
 
 bool MappedFile::close() {
-  if (descriptor_ < 0) return true;
+  if (descriptor_ == platform::no_file) return true;
   delist();
   unmap();
   window_.reset();
   window_length_ = 0;
   const bool closed = platform::close_descriptor(descriptor_);
-  descriptor_ = -1;
+  descriptor_ = platform::no_file;
   regular_ = false;
   size_ = 0;
   return closed;
@@ -89,17 +89,16 @@ void MappedFile::unmap() {
 }
 
 void MappedFile::refresh() {
-  if (descriptor_ < 0 || !regular_) return;
-  const std::optional<platform::FileFacts> facts = platform::descriptor_facts(descriptor_);
-  if (!facts) return;
-  if (facts->size == size_) return;
+  if (descriptor_ == platform::no_file || !regular_) return;
+  const std::optional<int64_t> size = platform::file_size(descriptor_);
+  if (!size || *size == size_) return;
   unmap();
-  size_ = facts->size;
+  size_ = *size;
   map();
 }
 
 int64_t MappedFile::read_slow(int64_t offset, std::byte* bytes, int64_t count) {
-  if (descriptor_ < 0 || offset < 0) return -1;
+  if (descriptor_ == platform::no_file || offset < 0) return -1;
   if (count <= 0) return 0;
   // A regular file ends at the size last seen; anything else where its reads end.
   const int64_t limit = regular_ ? size_ : std::numeric_limits<int64_t>::max();
@@ -129,7 +128,7 @@ int64_t MappedFile::read_slow(int64_t offset, std::byte* bytes, int64_t count) {
 }
 
 void refresh_open_files() {
-  const std::lock_guard<std::mutex> hold(open_files.lock);
+  const std::lock_guard<platform::StaticLock> hold(open_files.lock);
   for (MappedFile* file = open_files.head; file != nullptr; file = file->next_) file->refresh();
 }
 

@@ -16,6 +16,8 @@
 #include <memory>
 #include <string>
 
+#include "core/platform/platform.h"
+
 namespace tmrdar::record_files {
 
 class MappedFile {
@@ -27,9 +29,9 @@ class MappedFile {
 
   // Opens an existing file that is no directory; false when it cannot be had.
   bool open(const std::string& path);
-  // Closes; false only when closing the descriptor failed.
+  // Closes; false only when closing the file failed.
   bool close();
-  bool is_open() const { return descriptor_ >= 0; }
+  bool is_open() const { return descriptor_ != platform::no_file; }
   bool is_regular() const { return regular_; }
   // Size in bytes as last seen (at open or by refresh); 0 for a file that is
   // not regular.
@@ -59,7 +61,7 @@ class MappedFile {
   void delist();
   friend void refresh_open_files();
 
-  int descriptor_ = -1;
+  platform::FileHandle descriptor_ = platform::no_file;
   bool regular_ = false;
   int64_t size_ = 0;
   const std::byte* map_ = nullptr;

@@ -1,12 +1,12 @@
 #include "core/file/record_file.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <utility>
 #include <vector>
+
+#include "core/platform/platform.h"
 
 namespace tmrdar::record_files {
 namespace {
@@ -60,14 +60,7 @@ bool RecordFile::open(std::string_view path, int32_t mode) {
     if (source->open(name_)) source_ = std::move(source);
     return source_ != nullptr;
   }
-  handle_ = std::fopen(name_.c_str(), "wb");
-  if (handle_ != nullptr) {
-    struct stat info {};
-    if (::fstat(::fileno(handle_), &info) != 0 || S_ISDIR(info.st_mode)) {
-      std::fclose(handle_);
-      handle_ = nullptr;
-    }
-  }
+  handle_ = platform::create_for_writing(name_);
   return handle_ != nullptr;
 }
 
@@ -80,22 +73,18 @@ void RecordFile::close() {
   mode_ = 0;
 }
 
-bool RecordFile::exists() const {
-  struct stat info {};
-  return !name_.empty() && ::stat(name_.c_str(), &info) == 0;
-}
+bool RecordFile::exists() const { return !name_.empty() && platform::path_exists(name_); }
 
 int64_t RecordFile::size() const {
   if (source_ != nullptr) return source_->size();
-  struct stat info {};
-  if (handle_ == nullptr || ::fstat(::fileno(handle_), &info) != 0) return 0;
-  return static_cast<int64_t>(info.st_size);
+  if (handle_ == nullptr) return 0;
+  return platform::stream_size(handle_).value_or(0);
 }
 
 void RecordFile::remove() {
   if (!exists()) return;
   close();
-  std::remove(name_.c_str());
+  platform::delete_file(name_);
 }
 
 void RecordFile::set_status(int32_t* status) const {
@@ -114,7 +103,7 @@ bool RecordFile::move_to(int64_t address, int32_t* status) {
     return true;
   }
   if (handle_ == nullptr || address < 1 ||
-      ::fseeko(handle_, static_cast<off_t>(address - 1), SEEK_SET) != 0 ||
+      !platform::seek_stream(handle_, address - 1) ||
       std::ferror(handle_) != 0) {
     if (status != nullptr) *status = 1;
     return false;

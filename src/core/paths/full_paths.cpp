@@ -16,15 +16,6 @@ std::size_t bounded(int32_t n, std::size_t size) {
   return n <= 0 ? 0 : std::min(static_cast<std::size_t>(n), size);
 }
 
-// The full path of a wide path; nothing for an empty path or when the system
-// cannot tell the current directory.
-std::optional<std::u16string> full_wide_path(std::u16string_view path) {
-  if (path.empty()) return std::nullopt;
-  const std::optional<std::string> full = platform::full_path(utf16_to_utf8(path));
-  if (!full) return std::nullopt;
-  return utf8_to_utf16(*full);
-}
-
 // Writes a wide text and its zero into the first `capacity` units, which are
 // cleared already; false, writing nothing, when they cannot hold it.
 bool put(std::u16string_view text, std::span<char16_t> out, std::size_t capacity) {
@@ -40,9 +31,9 @@ void getfulllongunicodepathww(std::u16string_view path, std::span<char16_t> full
   length = 0;
   const std::size_t capacity = bounded(n, full.size());
   std::fill_n(full.begin(), capacity, u'\0');
-  const std::optional<std::u16string> result = full_wide_path(up_to_zero(path));
-  failed = !result || !put(*result, full, capacity);
-  if (!failed) length = static_cast<int32_t>(result->size());
+  const std::optional<platform::WidePath> result = platform::full_long_path(up_to_zero(path), capacity);
+  failed = !result || !put(result->text, full, capacity);
+  if (!failed) length = result->length;
 }
 
 void getfulllongunicodepathaw(std::string_view path, std::span<char16_t> full, int32_t n,
@@ -64,7 +55,7 @@ void tmrfullpathaa(std::string_view path, std::span<char> full, int32_t capacity
   getfulllongunicodepathaw(path, wide, capacity, length, failed);
   std::fill_n(full.begin(), std::min(full.size(), path_buffer_units), '\0');
   if (failed) return;
-  const std::string utf8 = utf16_to_utf8(std::u16string_view(wide.data(), static_cast<std::size_t>(length)));
+  const std::string utf8 = utf16_to_utf8(up_to_zero(std::u16string_view(wide.data(), wide.size())));
   const std::size_t bytes = bounded(capacity, full.size());
   if (utf8.size() + 1 > bytes) {
     failed = true;
@@ -83,8 +74,7 @@ void tmrchangedirw(std::u16string_view path, bool& failed) {
   int32_t length = 0;
   getfulllongunicodepathww(path, full, static_cast<int32_t>(path_buffer_units), length, failed);
   if (failed) return;
-  failed = !platform::change_directory(
-      utf16_to_utf8(std::u16string_view(full.data(), static_cast<std::size_t>(length))));
+  failed = !platform::change_directory(utf16_to_utf8(up_to_zero(std::u16string_view(full.data(), full.size()))));
 }
 
 void tmrchangedira(std::string_view path, bool& failed) {
@@ -92,8 +82,7 @@ void tmrchangedira(std::string_view path, bool& failed) {
   int32_t length = 0;
   tmrfullpathaw(chars::trim(path), full, length, failed);
   if (failed) return;
-  failed = !platform::change_directory(
-      utf16_to_utf8(std::u16string_view(full.data(), static_cast<std::size_t>(length))));
+  failed = !platform::change_directory(utf16_to_utf8(up_to_zero(std::u16string_view(full.data(), full.size()))));
 }
 
 void tmrgetcurrentdirw(std::span<char16_t> directory, int32_t& length, bool& failed) {

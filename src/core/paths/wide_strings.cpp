@@ -2,40 +2,13 @@
 
 #include <algorithm>
 
+#include "core/platform/platform.h"
+
 namespace tmrdar {
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
 // Lengths are 32-bit counts.
 constexpr std::size_t path_length_limit = 0x7FFFFFFF;
-
-void append_utf16(std::u16string& out, char32_t c) {
-  if (c < 0x10000) {
-    out.push_back(static_cast<char16_t>(c));
-  } else {
-    c -= 0x10000;
-    out.push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
-    out.push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
-  }
-}
-
-void append_utf8(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out.push_back(static_cast<char>(c));
-  } else if (c < 0x800) {
-    out.push_back(static_cast<char>(0xC0 | (c >> 6)));
-    out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-  } else if (c < 0x10000) {
-    out.push_back(static_cast<char>(0xE0 | (c >> 12)));
-    out.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-  } else {
-    out.push_back(static_cast<char>(0xF0 | (c >> 18)));
-    out.push_back(static_cast<char>(0x80 | ((c >> 12) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-  }
-}
 
 }  // namespace
 
@@ -43,86 +16,10 @@ std::string_view up_to_zero(std::string_view text) { return text.substr(0, text.
 
 std::u16string_view up_to_zero(std::u16string_view text) { return text.substr(0, text.find(u'\0')); }
 
-std::u16string utf8_to_utf16(std::string_view utf8) {
-  std::u16string out;
-  out.reserve(utf8.size());
-  std::size_t i = 0;
-  while (i < utf8.size()) {
-    const auto lead = static_cast<unsigned char>(utf8[i]);
-    if (lead < 0x80) {
-      out.push_back(lead);
-      ++i;
-      continue;
-    }
-    // The count of continuation bytes, and the range of the first of them
-    // that excludes overlong forms, surrogates and values beyond U+10FFFF.
-    std::size_t more = 0;
-    unsigned char low = 0x80;
-    unsigned char high = 0xBF;
-    char32_t c = 0;
-    if (lead >= 0xC2 && lead <= 0xDF) {
-      more = 1;
-      c = lead & 0x1F;
-    } else if (lead >= 0xE0 && lead <= 0xEF) {
-      more = 2;
-      c = lead & 0x0F;
-      if (lead == 0xE0) low = 0xA0;
-      if (lead == 0xED) high = 0x9F;
-    } else if (lead >= 0xF0 && lead <= 0xF4) {
-      more = 3;
-      c = lead & 0x07;
-      if (lead == 0xF0) low = 0x90;
-      if (lead == 0xF4) high = 0x8F;
-    } else {
-      out.push_back(static_cast<char16_t>(replacement));
-      ++i;
-      continue;
-    }
-    std::size_t taken = 1;
-    bool complete = true;
-    for (std::size_t k = 0; k < more; ++k) {
-      if (i + taken >= utf8.size()) {
-        complete = false;
-        break;
-      }
-      const auto next = static_cast<unsigned char>(utf8[i + taken]);
-      if (next < low || next > high) {
-        complete = false;
-        break;
-      }
-      c = (c << 6) | (next & 0x3F);
-      ++taken;
-      low = 0x80;
-      high = 0xBF;
-    }
-    append_utf16(out, complete ? c : replacement);
-    i += taken;
-  }
-  return out;
-}
-
-std::string utf16_to_utf8(std::u16string_view utf16) {
-  std::string out;
-  out.reserve(utf16.size());
-  for (std::size_t i = 0; i < utf16.size(); ++i) {
-    const char16_t unit = utf16[i];
-    char32_t c = unit;
-    if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 &&
-        utf16[i + 1] <= 0xDFFF) {
-      c = 0x10000 + ((char32_t{unit} - 0xD800) << 10) + (char32_t{utf16[i + 1]} - 0xDC00);
-      ++i;
-    } else if (unit >= 0xD800 && unit <= 0xDFFF) {
-      c = replacement;
-    }
-    append_utf8(out, c);
-  }
-  return out;
-}
-
 void multibytetowide(std::string_view utf8, std::span<char16_t> wide, int32_t& length, bool& failed) {
   failed = false;
   length = 0;
-  const std::u16string converted = utf8_to_utf16(up_to_zero(utf8));
+  const std::u16string converted = platform::utf8_to_utf16(up_to_zero(utf8));
   std::fill_n(wide.begin(), std::min(wide.size(), path_buffer_units), u'\0');
   if (converted.size() + 1 > wide.size() || converted.size() >= path_length_limit) {
     failed = true;
@@ -140,7 +37,7 @@ void multibytetowide(std::string_view utf8, std::span<char16_t> wide, int32_t& l
 void widetomultibyte(int32_t n, std::u16string_view wide, std::span<char> bytes) {
   const std::size_t capacity = n <= 0 ? 0 : std::min(static_cast<std::size_t>(n), bytes.size());
   std::fill_n(bytes.begin(), capacity, '\0');
-  const std::string converted = utf16_to_utf8(up_to_zero(wide));
+  const std::string converted = platform::utf16_to_utf8(up_to_zero(wide));
   if (converted.size() + 1 > capacity) return;
   std::copy(converted.begin(), converted.end(), bytes.begin());
 }

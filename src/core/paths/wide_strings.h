@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/platform/platform.h"
+
 namespace tmrdar {
 
 // The wide characters a path buffer holds.
@@ -16,11 +18,9 @@ inline constexpr std::size_t path_buffer_units = 32767;
 std::string_view up_to_zero(std::string_view text);
 std::u16string_view up_to_zero(std::u16string_view text);
 
-// Lossless conversions. A byte sequence that is not UTF-8 becomes one
-// U+FFFD for each maximal ill-formed part; an unpaired surrogate unit is
-// written as U+FFFD.
-std::u16string utf8_to_utf16(std::string_view utf8);
-std::string utf16_to_utf8(std::u16string_view utf16);
+// Lossless conversions (core/platform).
+using platform::utf16_to_utf8;
+using platform::utf8_to_utf16;
 
 // Converts the UTF-8 string, up to its zero, to a wide string with its zero.
 // The length is the count of units written, the zero included. The first

@@ -37,15 +37,8 @@ std::string fold_path(std::string_view path, std::string_view current_directory)
   return full;
 }
 
-std::optional<std::string> full_path(std::string_view path) {
-  if (!path.empty() && path.front() == path_separator) return fold_path(path, "/");
-  const std::optional<std::string> current = current_directory();
-  if (!current) return std::nullopt;
-  return fold_path(path, *current);
-}
-
 PathParts split_path(std::string_view full_path) {
-  const std::size_t separator = full_path.rfind(path_separator);
+  const std::size_t separator = full_path.find_last_of(path_separators);
   const std::size_t start = separator == std::string_view::npos ? 0 : separator + 1;
   const std::string_view last = full_path.substr(start);
   const std::size_t point = last.rfind('.');

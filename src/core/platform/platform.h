@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,8 +15,19 @@
 
 namespace tmrdar::platform {
 
-// The separator of path components.
+#if defined(_WIN32)
+// The separator of path components that the system writes, and every
+// character that it takes as one.
+inline constexpr char path_separator = '\\';
+inline constexpr std::string_view path_separators = "\\/";
+// The longest full path of a job, in characters; a longer one is cut there.
+inline constexpr std::size_t job_path_limit = 256;
+#else
 inline constexpr char path_separator = '/';
+inline constexpr std::string_view path_separators = "/";
+// No limit on the full path of a job.
+inline constexpr std::size_t job_path_limit = 0;
+#endif
 
 // The current working directory, absolute.
 std::optional<std::string> current_directory();
@@ -57,7 +70,35 @@ std::vector<std::string> command_arguments();
 // The full path of the input: made absolute against the current directory,
 // with "." and ".." folded by text alone, without touching the file system,
 // so symbolic links are left alone. A trailing separator of the input stays.
+// On Windows this is the system's full path call, which folds the same way,
+// takes drive letters, both separators and UNC names, and writes
+// backslashes.
 std::optional<std::string> full_path(std::string_view path);
+
+// A full path in wide characters and its length as the path routines tell
+// it.
+struct WidePath {
+  std::u16string text;
+  int32_t length = 0;
+};
+
+// The full, long form of a wide path within `capacity` units, its zero
+// included; empty when it cannot be formed or does not fit. On POSIX the full
+// path above, in wide characters. On Windows the form that gets past the
+// system's short path limit: a drive path gets the prefix \\?\ (and needs
+// 5 units more than its full path), a network path \\server\share the
+// prefix \\?\UNC\ in place of its two backslashes (7 more), a path that
+// starts with \\? stays as it is; then every path but a UNC one is passed
+// through the system's long name call, which fails when the file does not
+// exist. The length of a UNC result is that of the full path before the
+// prefix.
+std::optional<WidePath> full_long_path(std::u16string_view path, std::size_t capacity);
+
+// Lossless conversions between UTF-8 and UTF-16. A byte sequence that is
+// not UTF-8 becomes one U+FFFD for each maximal ill-formed part; an unpaired
+// surrogate unit is written as U+FFFD.
+std::u16string utf8_to_utf16(std::string_view utf8);
+std::string utf16_to_utf8(std::u16string_view utf16);
 
 // The folding rule of full_path against a given absolute directory.
 std::string fold_path(std::string_view path, std::string_view current_directory);
@@ -79,7 +120,13 @@ struct PathParts {
 // changed in case.
 PathParts split_path(std::string_view full_path);
 
-// Files read by descriptor, for the mapped layer of the record files.
+// Files read by handle, for the mapped layer of the record files. Files are
+// opened read-only, and on Windows shared for reading, writing and deleting,
+// so that a host holding a job locks no other program out of its files.
+
+// An open file: a descriptor on POSIX, a handle on Windows.
+using FileHandle = std::intptr_t;
+inline constexpr FileHandle no_file = -1;
 
 // What the system tells of an open file.
 struct FileFacts {
@@ -88,22 +135,52 @@ struct FileFacts {
   bool directory = false;
 };
 
-// Opens a file for reading; -1 when it cannot be opened.
-int open_for_reading(const std::string& path);
-// Closes a descriptor; false when closing failed.
-bool close_descriptor(int descriptor);
+// Opens a file for reading; no_file when it cannot be opened.
+FileHandle open_for_reading(const std::string& path);
+// Closes a file; false when closing failed.
+bool close_descriptor(FileHandle descriptor);
 // Size and kind of an open file; empty when the system does not tell.
-std::optional<FileFacts> descriptor_facts(int descriptor);
+std::optional<FileFacts> descriptor_facts(FileHandle descriptor);
+// The size of an open regular file, asked cheaply (each export asks it of
+// every open file); empty when the system does not tell.
+std::optional<int64_t> file_size(FileHandle descriptor);
 // Maps the first `size` bytes of an open file read-only and shared; nullptr
 // when the system refuses (or size is not positive).
-const std::byte* map_read_only(int descriptor, int64_t size);
+const std::byte* map_read_only(FileHandle descriptor, int64_t size);
 void unmap(const std::byte* bytes, int64_t size);
 // Reads up to `count` bytes from byte `offset` on, repeating short reads
 // until the count is met or the file ends; the bytes read, or -1 when a read
 // failed.
-int64_t read_at_offset(int descriptor, std::byte* bytes, int64_t count, int64_t offset);
+int64_t read_at_offset(FileHandle descriptor, std::byte* bytes, int64_t count, int64_t offset);
 // True when the environment variable TMRDAR_NO_MMAP is "1": files are then
 // read by descriptor and never mapped.
 bool mapping_disabled();
+
+// A lock for objects that must outlive every other static object: it is
+// made at compile time and needs no destruction, so that it still works when
+// the library unloads.
+#if defined(_WIN32)
+class StaticLock {
+ public:
+  constexpr StaticLock() = default;
+  void lock();
+  void unlock();
+
+ private:
+  void* state_ = nullptr;  // the system's slim lock, one pointer wide
+};
+#else
+using StaticLock = std::mutex;
+#endif
+
+// Files written through a stream, by the builder of databases.
+
+// Opens a file for writing, made anew or emptied; nullptr when that fails or
+// the path names a directory.
+std::FILE* create_for_writing(const std::string& path);
+// The size of a stream's file; empty when the system does not tell.
+std::optional<int64_t> stream_size(std::FILE* stream);
+// Moves the stream to a byte from 0, with 64-bit positions; false on failure.
+bool seek_stream(std::FILE* stream, int64_t offset);
 
 }  // namespace tmrdar::platform

@@ -7,8 +7,9 @@
 #include <cstdio>
 #include <cstdint>
 #include <cstdlib>
-#include <string_view>
 #include <fstream>
+#include <string_view>
+#include <utility>
 #include <iterator>
 #include <vector>
 
@@ -98,27 +99,34 @@ std::vector<std::string> command_arguments() {
   return arguments;
 }
 
-int open_for_reading(const std::string& path) {
+FileHandle open_for_reading(const std::string& path) {
   int descriptor = -1;
   do {
     descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   } while (descriptor < 0 && errno == EINTR);
-  return descriptor;
+  return descriptor < 0 ? no_file : descriptor;
 }
 
-bool close_descriptor(int descriptor) { return ::close(descriptor) == 0; }
+bool close_descriptor(FileHandle descriptor) { return ::close(static_cast<int>(descriptor)) == 0; }
 
-std::optional<FileFacts> descriptor_facts(int descriptor) {
+std::optional<FileFacts> descriptor_facts(FileHandle descriptor) {
   struct stat info {};
-  if (::fstat(descriptor, &info) != 0) return std::nullopt;
+  if (::fstat(static_cast<int>(descriptor), &info) != 0) return std::nullopt;
   return FileFacts{.size = static_cast<int64_t>(info.st_size),
                     .regular = S_ISREG(info.st_mode),
                     .directory = S_ISDIR(info.st_mode)};
 }
 
-const std::byte* map_read_only(int descriptor, int64_t size) {
+std::optional<int64_t> file_size(FileHandle descriptor) {
+  struct stat info {};
+  if (::fstat(static_cast<int>(descriptor), &info) != 0) return std::nullopt;
+  return static_cast<int64_t>(info.st_size);
+}
+
+const std::byte* map_read_only(FileHandle descriptor, int64_t size) {
   if (size <= 0 || static_cast<uint64_t>(size) > SIZE_MAX) return nullptr;
-  void* bytes = ::mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, descriptor, 0);
+  void* bytes =
+      ::mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, static_cast<int>(descriptor), 0);
   return bytes == MAP_FAILED ? nullptr : static_cast<const std::byte*>(bytes);
 }
 
@@ -126,10 +134,10 @@ void unmap(const std::byte* bytes, int64_t size) {
   if (bytes != nullptr) ::munmap(const_cast<std::byte*>(bytes), static_cast<std::size_t>(size));
 }
 
-int64_t read_at_offset(int descriptor, std::byte* bytes, int64_t count, int64_t offset) {
+int64_t read_at_offset(FileHandle descriptor, std::byte* bytes, int64_t count, int64_t offset) {
   int64_t done = 0;
   while (done < count) {
-    const ssize_t got = ::pread(descriptor, bytes + done, static_cast<std::size_t>(count - done),
+    const ssize_t got = ::pread(static_cast<int>(descriptor), bytes + done, static_cast<std::size_t>(count - done),
                                 static_cast<off_t>(offset + done));
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return -1;
@@ -137,6 +145,44 @@ int64_t read_at_offset(int descriptor, std::byte* bytes, int64_t count, int64_t 
     done += got;
   }
   return done;
+}
+
+std::optional<std::string> full_path(std::string_view path) {
+  if (!path.empty() && path.front() == path_separator) return fold_path(path, "/");
+  const std::optional<std::string> current = current_directory();
+  if (!current) return std::nullopt;
+  return fold_path(path, *current);
+}
+
+std::optional<WidePath> full_long_path(std::u16string_view path, std::size_t capacity) {
+  if (path.empty()) return std::nullopt;
+  const std::optional<std::string> full = full_path(utf16_to_utf8(path));
+  if (!full) return std::nullopt;
+  std::u16string wide = utf8_to_utf16(*full);
+  if (wide.size() + 1 > capacity) return std::nullopt;
+  const auto length = static_cast<int32_t>(wide.size());
+  return WidePath{std::move(wide), length};
+}
+
+std::FILE* create_for_writing(const std::string& path) {
+  std::FILE* stream = std::fopen(path.c_str(), "wb");
+  if (stream == nullptr) return nullptr;
+  struct stat info {};
+  if (::fstat(::fileno(stream), &info) != 0 || S_ISDIR(info.st_mode)) {
+    std::fclose(stream);
+    return nullptr;
+  }
+  return stream;
+}
+
+std::optional<int64_t> stream_size(std::FILE* stream) {
+  struct stat info {};
+  if (::fstat(::fileno(stream), &info) != 0) return std::nullopt;
+  return static_cast<int64_t>(info.st_size);
+}
+
+bool seek_stream(std::FILE* stream, int64_t offset) {
+  return ::fseeko(stream, static_cast<off_t>(offset), SEEK_SET) == 0;
 }
 
 bool mapping_disabled() {

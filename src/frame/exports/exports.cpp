@@ -88,15 +88,15 @@ int32_t request(const int32_t* motion_code, const int32_t* force_code, const int
 
 extern "C" {
 
-int32_t DllMain(void* /*module*/, uint32_t reason, void* /*reserved*/) {
+int32_t TMRDAR_CALL DllMain(void* /*module*/, uint32_t reason, void* /*reserved*/) {
   return guarded(1, [&] { return tmrdar::frame::load_notification(reason); });
 }
 
-int32_t XIT(void) {
+int32_t TMRDAR_CALL XIT(void) {
   return guarded(0, [] { return tmrdar::frame::close_job(); });
 }
 
-int32_t GetDatabaseInfo(int32_t* motion_code, int32_t* force_code, int32_t motion_words[5], int32_t force_words[5],
+int32_t TMRDAR_CALL GetDatabaseInfo(int32_t* motion_code, int32_t* force_code, int32_t motion_words[5], int32_t force_words[5],
                         const int32_t* n, int32_t* dimensions, const char* path, int64_t path_length) {
   return guarded(-3, [&] {
     int32_t motion = -1;
@@ -114,7 +114,7 @@ int32_t GetDatabaseInfo(int32_t* motion_code, int32_t* force_code, int32_t motio
   });
 }
 
-int32_t GetAnalysisDetails(int32_t* detail_1, int32_t* detail_2, float* detail_3, char* title,
+int32_t TMRDAR_CALL GetAnalysisDetails(int32_t* detail_1, int32_t* detail_2, float* detail_3, char* title,
                            int64_t title_capacity) {
   return guarded(0, [&] {
     int32_t d1 = 0;
@@ -134,7 +134,7 @@ int32_t GetAnalysisDetails(int32_t* detail_1, int32_t* detail_2, float* detail_3
 // the model queries library; what stays here is each export's own order of
 // argument tests and its own result codes.
 
-int32_t GetNodeProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* node,
+int32_t TMRDAR_CALL GetNodeProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* node,
                           const int32_t* kind, float* coordinates) {
   return guarded(0, [&] {
     const int32_t k = value_at(kind);
@@ -145,7 +145,7 @@ int32_t GetNodeProperties(const int32_t* motion_code, const int32_t* force_code,
   });
 }
 
-int32_t GetElementProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* element,
+int32_t TMRDAR_CALL GetElementProperties(const int32_t* motion_code, const int32_t* force_code, const int32_t* element,
                              const int32_t* kind, const int32_t* length, int32_t* integers, float* reals) {
   return guarded(-1, [&] {
     const int32_t k = value_at(kind);
@@ -162,7 +162,7 @@ int32_t GetElementProperties(const int32_t* motion_code, const int32_t* force_co
   });
 }
 
-int32_t GetDistanceAlongRiser(const int32_t* motion_code, const int32_t* force_code, const int32_t* element,
+int32_t TMRDAR_CALL GetDistanceAlongRiser(const int32_t* motion_code, const int32_t* force_code, const int32_t* element,
                               const int32_t* position, float* distance) {
   return guarded(-1, [&] {
     const int32_t p = value_at(position);
@@ -177,7 +177,7 @@ int32_t GetDistanceAlongRiser(const int32_t* motion_code, const int32_t* force_c
   });
 }
 
-int32_t GetRequestedSingleValue(const int32_t* motion_code, const int32_t* force_code, const int32_t* output_type,
+int32_t TMRDAR_CALL GetRequestedSingleValue(const int32_t* motion_code, const int32_t* force_code, const int32_t* output_type,
                                 const int32_t* output_subtype, int32_t* node, int32_t* element, int32_t* position,
                                 const int32_t* num_time_steps, const int32_t* step, float* value, const char* label,
                                 int64_t label_length) {
@@ -192,7 +192,7 @@ int32_t GetRequestedSingleValue(const int32_t* motion_code, const int32_t* force
   });
 }
 
-int32_t GetRequestedHistory(const int32_t* motion_code, const int32_t* force_code, const int32_t* output_type,
+int32_t TMRDAR_CALL GetRequestedHistory(const int32_t* motion_code, const int32_t* force_code, const int32_t* output_type,
                             const int32_t* output_subtype, int32_t* node, int32_t* element, int32_t* position,
                             const int32_t* num_time_steps, const int32_t* count, float* values, const char* label,
                             int64_t label_length) {
@@ -209,7 +209,7 @@ int32_t GetRequestedHistory(const int32_t* motion_code, const int32_t* force_cod
   });
 }
 
-int32_t GetRequestedHistoryError(const int32_t* mask, const int32_t* length, int32_t* flags) {
+int32_t TMRDAR_CALL GetRequestedHistoryError(const int32_t* mask, const int32_t* length, int32_t* flags) {
   return guarded(-1, [&] {
     const int32_t n = value_at(length);
     const std::span<int32_t> out = array(flags, n);
@@ -228,11 +228,11 @@ int32_t GetRequestedHistoryError(const int32_t* mask, const int32_t* length, int
   });
 }
 
-int32_t GetRequestedSingleValueError(const int32_t* mask, const int32_t* length, int32_t* flags) {
+int32_t TMRDAR_CALL GetRequestedSingleValueError(const int32_t* mask, const int32_t* length, int32_t* flags) {
   return GetRequestedHistoryError(mask, length, flags);
 }
 
-int32_t GetProcessedDirectStressStrainData(const int32_t* motion_code, const int32_t* force_code,
+int32_t TMRDAR_CALL GetProcessedDirectStressStrainData(const int32_t* motion_code, const int32_t* force_code,
                                            const int32_t* table_id, const int32_t* capacity, float* pairs) {
   return guarded(-1, [&] {
     const tmrdar::header::FormatReader* db = module_name(motion_code, force_code);

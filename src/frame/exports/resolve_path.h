@@ -7,7 +7,7 @@
 namespace tmrdar::frame {
 
 struct ResolvedPath {
-  std::string drive;      // blank on this platform
+  std::string drive;      // blank: a drive letter stands in the directory
   std::string directory;  // absolute, ending with the separator
   std::string name;
   std::string extension;  // from the last "." of the last component on, lower case
