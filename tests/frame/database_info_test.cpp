@@ -12,7 +12,9 @@
 #include "frame/base/header_data.h"
 #include "frame/base/io_units.h"
 #include "frame/exports/library_state.h"
+#include "frame/exports/request_checks.h"
 #include "header/every_block_job.h"
+#include "support/open_files.h"
 #include "support/scratch_dir.h"
 #include "tmrdar/tmrdar.h"
 
@@ -21,6 +23,9 @@ namespace {
 
 using builder::Job;
 using testing::ScratchDir;
+using testing::descriptors_under;
+
+constexpr float untouched = -7777.0F;
 
 // What one GetDatabaseInfo call gave back.
 struct Opened {
@@ -226,15 +231,50 @@ TEST_F(DatabaseInfo, DamagedHeadersOpenOrFailButNeverCrash) {
   }
 }
 
-TEST_F(DatabaseInfo, XitClosesOnceAndKeepsTheCodes) {
-  Job().write(stem());
-  ASSERT_EQ(open(stem()).result, 0);
-  EXPECT_EQ(XIT(), 0);
-  EXPECT_FALSE(units_open());
-  EXPECT_EQ(library().library_motion_code, 13);
-  EXPECT_EQ(XIT(), 0);
-  // The reader's own files stay open until the next open replaces them.
-  EXPECT_TRUE(header::v861_database_files().motion_file.is_open());
+// XIT closes every file of the job, units and the reader's own, so that the
+// host may move or rewrite them; it keeps the codes, and a request after it
+// reads nothing. An open that fails holds no file either.
+TEST_F(DatabaseInfo, XitAndFailedOpensLeaveNoFileOpen) {
+  for (const header::FormatVersion* format : header::format_versions) {
+    SCOPED_TRACE(format->name);
+    const Job job(*format);
+    job.write(stem());
+    ASSERT_EQ(open(stem()).result, 0);
+    EXPECT_FALSE(descriptors_under(dir.path()).empty());
+    int32_t m = format->database_version, f = m, type = 1, subtype = 1, node = 0, element = 0, position = 0;
+    int32_t steps = 1, step = 1;
+    float value = untouched;
+    ASSERT_EQ(GetRequestedSingleValue(&m, &f, &type, &subtype, &node, &element, &position, &steps, &step, &value,
+                                      nullptr, 0), 0);
+    EXPECT_EQ(XIT(), 0);
+    EXPECT_EQ(descriptors_under(dir.path()), std::vector<testing::OpenFile>{});
+    EXPECT_EQ(library().library_motion_code, format->database_version);
+    EXPECT_EQ(XIT(), 0);
+    value = untouched;
+    EXPECT_EQ(GetRequestedSingleValue(&m, &f, &type, &subtype, &node, &element, &position, &steps, &step, &value,
+                                      nullptr, 0), request_checks::read_failed);
+  }
+  builder::FileImage motion = Job().image(builder::FileKind::motion);
+  const builder::FileImage force = Job(header::v841).image(builder::FileKind::force);
+  const struct {
+    const char* what;
+    std::size_t motion_bytes;  // the motion file cut to this size
+    bool other_force;          // a force file of another format beside it
+    int32_t n, result;
+  } rows[] = {{"no whole first record", 20, false, 14, -3},
+              {"files of two formats", SIZE_MAX, true, 14, -3},
+              {"a dimension array too short", SIZE_MAX, false, 13, 14}};
+  for (const auto& row : rows) {
+    std::filesystem::remove(stem() + ".dbf");
+    builder::FileImage cut = motion;
+    if (row.motion_bytes != SIZE_MAX) cut.truncate(row.motion_bytes);
+    ASSERT_TRUE(cut.write(stem() + ".dbm"));
+    if (row.other_force) {
+      ASSERT_TRUE(force.write(stem() + ".dbf"));
+    }
+    EXPECT_EQ(open(stem(), row.n).result, row.result) << row.what;
+    EXPECT_EQ(descriptors_under(dir.path()), std::vector<testing::OpenFile>{}) << row.what;
+  }
 }
 
 TEST_F(DatabaseInfo, AnalysisDetailsCopyTheTitleOnlyWhenItFits) {
