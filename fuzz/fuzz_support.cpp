@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "support/host_session.h"
 #include "tmrdar/tmrdar.h"
 
 namespace tmrdar::fuzzing {
@@ -63,35 +64,7 @@ void check_unchanged(const std::string& path, std::span<const std::byte> bytes) 
   }
 }
 
-builder::Job small_job(const header::FormatVersion& format) {
-  builder::Job job(format);
-  header::HeaderVariables& run = job.run;
-  run.num_time_steps = 3;
-  run.output_flags.fill(1);
-  run.num_guide_surfaces = 1;
-  run.num_zero_gap_guides = 1;
-  run.num_clash_pairs = 2;
-  run.num_pip_connections = 1;
-  run.num_vessels = 1;
-  run.aux_element_result_sets = 1;
-  run.analysis_title.assign("Fuzz seed");
-  job.model.nodes = {{.file_number = 1, .x = 1.0F, .user_number = 10},
-                     {.file_number = 2, .x = 2.0F, .user_number = 20},
-                     {.file_number = 3, .x = 3.0F, .user_number = 30}};
-  job.model.elements = {{.file_number = 1, .user_number = 100, .nodes = {1, 2}},
-                        {.file_number = 2, .user_number = 200, .nodes = {2, 3}}};
-  job.model.aux_nodes = {{.number = 7}};
-  job.model.aux_elements = {{.number = 5, .nodes = {1, 2}}};
-  job.model.boundary_conditions = {3};
-  job.model.damper_elements = {1};
-  job.model.labels = {{.name = "top", .number = 10, .kind = 1}, {.name = "sag", .number = 200, .kind = 2}};
-  job.model.element_sets = {{"all", {100, 200}}};
-  job.model.node_sets = {{"ends", {10, 30}}};
-  job.model.nonlinear_e_tables = {{.curve = 1, .points = 2, .value_1 = 0.0F, .value_2 = 0.0F},
-                                  {.curve = 0, .points = 0, .value_1 = 0.001F, .value_2 = 200.0F},
-                                  {.curve = 0, .points = 0, .value_1 = 0.002F, .value_2 = 300.0F}};
-  return job;
-}
+builder::Job small_job(const header::FormatVersion& format) { return testing::small_job(format); }
 
 Opened open_job(const std::string& stem) {
   Opened o;

@@ -25,9 +25,8 @@ void remove_file(const std::string& path);
 // exactly these bytes: the library must never write to a database file.
 void check_unchanged(const std::string& path, std::span<const std::byte> bytes);
 
-// A job of a few nodes and elements, three steps and every output flag set,
-// with labels, sets and a stress-strain curve: small, so that mutations are
-// fast, and with an item of every kind that the requests ask for.
+// The small job of the tests (tests/support/host_session.h): a few items
+// of every kind, so that mutations are fast and the requests find items.
 builder::Job small_job(const header::FormatVersion& format);
 
 // GetDatabaseInfo on the stem; the codes it gives and its result.

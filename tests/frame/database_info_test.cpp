@@ -1,6 +1,7 @@
 // Opening a job through the exports, as a host does.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include "frame/exports/library_state.h"
 #include "frame/exports/request_checks.h"
 #include "header/every_block_job.h"
+#include "support/host_session.h"
 #include "support/open_files.h"
 #include "support/scratch_dir.h"
 #include "tmrdar/tmrdar.h"
@@ -228,6 +230,54 @@ TEST_F(DatabaseInfo, DamagedHeadersOpenOrFailButNeverCrash) {
     ASSERT_TRUE(image.write(stem() + ".dbm"));
     const Opened o = open(stem());
     EXPECT_TRUE(o.result == 0 || o.result == -3) << "round " << round << " gave " << o.result;
+  }
+}
+
+// A small job of each format with one file cut short, at every byte of its
+// header and at every record of its frames: the motion file beside the
+// whole force file, and the force file alone (a header is read from the
+// motion file when there is one). Every cut opens or fails with a code,
+// every export answers, and a cut in the frames opens the job as the whole
+// file does and answers as it does for every step that it holds whole.
+TEST_F(DatabaseInfo, EveryCutOfAFileAnswers) {
+  for (const header::FormatVersion* format : header::format_versions) {
+    SCOPED_TRACE(format->name);
+    const Job job = testing::small_job(*format);
+    const int32_t steps = job.written_run().num_time_steps;
+    for (const builder::FileKind kind : {builder::FileKind::motion, builder::FileKind::force}) {
+      const bool motion = kind == builder::FileKind::motion;
+      job.write(stem());
+      if (!motion) std::filesystem::remove(stem() + ".dbm");
+      const Opened whole = open(stem());
+      ASSERT_EQ(whole.result, 0);
+      std::vector<testing::Answers> whole_steps;
+      for (int32_t held = 0; held <= steps; ++held) {
+        whole_steps.push_back(testing::ask_every_export(whole.motion, whole.force, held, testing::Asked::each_type));
+      }
+      XIT();
+      const std::string path = stem() + (motion ? ".dbm" : ".dbf");
+      const auto size = static_cast<std::size_t>(std::filesystem::file_size(path));
+      const std::size_t frame = 32 * static_cast<std::size_t>(motion ? job.motion_frame_records() : job.force_frame_records());
+      const std::size_t header = size - frame * static_cast<std::size_t>(steps);
+      // Shorter and shorter: a file made longer again would hold zeros.
+      std::vector<std::size_t> cuts;
+      for (std::size_t at = size - 32; at >= header; at -= 32) cuts.push_back(at);
+      for (std::size_t at = header; at-- > 0;) cuts.push_back(at);
+      for (const std::size_t cut : cuts) {
+        std::filesystem::resize_file(path, cut);
+        const Opened o = open(stem());
+        ASSERT_TRUE(o.result == 0 || o.result == -3) << cut << " bytes gave " << o.result;
+        if (cut < header) {
+          testing::ask_every_export(o.motion, o.force, steps, testing::Asked::each_export_once);
+        } else {
+          const auto held = static_cast<int32_t>((cut - header) / frame);
+          EXPECT_EQ(o, whole) << cut << " bytes";
+          const testing::Answers answers = testing::ask_every_export(o.motion, o.force, std::max(held, 1), testing::Asked::each_type);
+          EXPECT_TRUE(held == 0 || answers == whole_steps[static_cast<std::size_t>(held)]) << cut << " bytes";
+        }
+        XIT();
+      }
+    }
   }
 }
 
