@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -92,8 +93,10 @@ void ask_model_queries(const Opened& opened, std::span<const uint8_t> choice) {
 
   int32_t m = opened.motion, f = opened.force;
   // Numbers near the counts of the dimensions, their ends, and ones of the choice.
+  // The counts come from the files: their neighbours are formed without overflow.
+  const auto after = [](int32_t count) { return count < INT32_MAX ? count + 1 : count; };
   const int32_t elements = opened.dimensions[2], nodes = opened.dimensions[3];
-  const std::array<int32_t, 10> numbers{0, 1, 2, -1, elements, elements + 1, nodes, nodes + 1, 10, 100};
+  const std::array<int32_t, 10> numbers{0, 1, 2, -1, elements, after(elements), nodes, after(nodes), 10, 100};
   for (int k = 0; k < 12; ++k) {
     const int32_t wild = pick() % 2 == 0 ? numbers[static_cast<std::size_t>(pick() % 10)] : pick() * 10 - 128;
     int32_t kind = pick() % 3;

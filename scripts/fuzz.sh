@@ -14,6 +14,8 @@
 #       seed; fails on any crash, leak, sanitizer report, exhausted memory
 #       or timeout. Part of scripts/test.sh.
 #   scripts/fuzz.sh totals           the sums of runs.tsv of every target.
+#   scripts/fuzz.sh resources        the inputs of fuzz/regressions/resources,
+#       each one's time and peak memory.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
@@ -70,6 +72,16 @@ case "${1:-}" in
   totals)
     totals
     ;;
+  resources)
+    build_targets
+    for t in "${targets[@]}"; do
+      for input in fuzz/regressions/resources/"$t"/*; do
+        [ -f "$input" ] || continue
+        /usr/bin/time -f "$t $(basename "$input"): %e s, %M KiB peak" "$build/fuzz/$t" -rss_limit_mb=8192 \
+          -malloc_limit_mb=8192 -timeout=600 "$input" 2>&1 | grep -E ' s, [0-9]+ KiB peak|^(==[0-9]+==ERROR|SUMMARY)' || true
+      done
+    done
+    ;;
   fuzz_open | fuzz_requests | fuzz_text)
     target=$1
     seconds=${2:?seconds of wall time}
@@ -99,7 +111,7 @@ case "${1:-}" in
     tail -1 "$work/runs.tsv"
     ;;
   *)
-    sed -n '2,19p' "$0"
+    sed -n '2,21p' "$0"
     exit 2
     ;;
 esac
