@@ -61,7 +61,7 @@ int main(int argc, char** argv) {
     // FuzzedDataProvider takes integral ranges from the end of the input:
     // a short seed picks this format and no change, and the requests read
     // the bytes ahead.
-    std::vector<uint8_t> requests(40);
+    std::vector<uint8_t> requests(200);
     for (std::size_t i = 0; i < requests.size(); ++i) requests[i] = static_cast<uint8_t>(i * 37 + k);
     // From the end: the format, then for each file no change and no cut.
     const std::size_t end = requests.size();

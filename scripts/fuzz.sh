@@ -10,7 +10,7 @@
 #       (default /work/fuzz-work), so that runs continue one another; each
 #       run appends its CPU time, executions and edges to runs.tsv there.
 #   scripts/fuzz.sh smoke [RUNS]     each target over its seeds and
-#       fuzz/regressions/TARGET, then RUNS mutations (default 3000), a fixed
+#       fuzz/regressions/TARGET, then RUNS mutations (default 10000), a fixed
 #       seed; fails on any crash, leak, sanitizer report, exhausted memory
 #       or timeout. Part of scripts/test.sh.
 #   scripts/fuzz.sh totals           the sums of runs.tsv of every target.
@@ -53,7 +53,7 @@ totals() {
 
 case "${1:-}" in
   smoke)
-    runs=${2:-3000}
+    runs=${2:-10000}
     build_targets
     seeds=$(mktemp -d)
     trap 'rm -rf "$seeds"' EXIT
