@@ -2,6 +2,8 @@
 # Installs the Debian packages the project builds and tests with, when missing.
 set -euo pipefail
 packages=(cmake ninja-build g++ clang libgtest-dev libgmock-dev libbenchmark-dev gfortran pkg-config binutils
+  # libFuzzer and the sanitizer runtimes of clang 14, and time for the fuzz runs' CPU time.
+  libclang-rt-14-dev time
   # The Python package and its tests run on Debian's /usr/bin/python3.
   python3 python3-numpy python3-pandas python3-xarray python3-matplotlib python3-distributed python3-pytest
   python3-setuptools python3-pip python3-venv

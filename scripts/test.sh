@@ -2,8 +2,9 @@
 # Builds the project and runs every test three times: with g++ (which also
 # builds the benchmarks, so that they keep compiling, and after which the
 # Python package's tests run against that build), with clang,
-# and with g++ under AddressSanitizer and UndefinedBehaviorSanitizer.
-# Then the Windows DLL, cross-built with mingw-w64, and its tests under Wine.
+# and with g++ under AddressSanitizer and UndefinedBehaviorSanitizer; then
+# the thread test under ThreadSanitizer, a smoke run of each fuzz target, and
+# the Windows DLL, cross-built with mingw-w64, with its tests under Wine.
 # Warnings are errors in every build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -32,6 +33,15 @@ TMRDAR_LIBRARY="$PWD/build/test-gcc/src/frame/exports/libtmrdar.so" MPLBACKEND=A
 run clang clang++ ""
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
   run sanitize g++ "-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
+# The exports from many threads, alone under ThreadSanitizer.
+echo "== tsan: configure, build and run the thread test"
+cmake -S . -B build/test-tsan -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  -DCMAKE_CXX_FLAGS="-fsanitize=thread" -DTMRDAR_WERROR=ON -DTMRDAR_BUILD_TESTS=ON >/dev/null
+cmake --build build/test-tsan -j "$jobs" --target test_threads
+TSAN_OPTIONS=halt_on_error=1 build/test-tsan/tests/frame/test_threads
+# Each fuzz target over its seeds and kept inputs, then a bounded number of
+# mutations (clang, libFuzzer, AddressSanitizer and UndefinedBehaviorSanitizer).
+./scripts/fuzz.sh smoke
 echo "== windows: cross build of the DLL and its tests, run under Wine"
 ./scripts/windows.sh test
 echo "== all tests passed"

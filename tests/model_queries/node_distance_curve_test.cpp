@@ -151,6 +151,10 @@ TEST_P(SinglePrecisionCorners, OneRowEach) {
       {"error mask bit count", [&] { return mask_error(32768, 15); }, 0.0},
       {"a negative error mask", [&] { return mask_error(-4, 15); }, -1.0},
       {"too little room for the error flags", [&] { return mask_error(1024, 5); }, 11.0},
+      {"a null array is room for no flags, whatever its length", [&] {
+         int32_t mask = 1024, n = 15;
+         return 100 * GetRequestedSingleValueError(&mask, &n, nullptr) + GetRequestedHistoryError(&mask, &n, nullptr);
+       }, 1111.0},
   };
   for (const auto& row : rows) EXPECT_EQ(row.got(), row.want) << row.what;
 }

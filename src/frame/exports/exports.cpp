@@ -211,8 +211,9 @@ int32_t TMRDAR_CALL GetRequestedHistory(const int32_t* motion_code, const int32_
 
 int32_t TMRDAR_CALL GetRequestedHistoryError(const int32_t* mask, const int32_t* length, int32_t* flags) {
   return guarded(-1, [&] {
-    const int32_t n = value_at(length);
-    const std::span<int32_t> out = array(flags, n);
+    // A null array is room for nothing, whatever length comes with it.
+    const std::span<int32_t> out = array(flags, value_at(length));
+    const auto n = static_cast<int32_t>(out.size());
     std::fill(out.begin(), out.end(), 0);
     const int32_t m = value_at(mask);
     if (m < 0) return -1;

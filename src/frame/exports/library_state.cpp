@@ -35,8 +35,12 @@ int32_t close_job() {
   io_units::DirectAccessUnit& force = io_units::unit(io_units::force_unit);
   if (motion.is_open() && !motion.close()) result += 1;
   if (force.is_open() && !force.close()) result += 2;
+  // The reader's own files close with the job, so that a host that closed
+  // it may move, delete or rewrite the files; a query after this reads as
+  // from files that are not open.
   const LibraryState& state = library();
   if (header::FormatReader* module = selected_reader(state.library_motion_code, state.library_force_code)) {
+    module->close_database_files();
     module->deallocate_database_header_arrays();
   }
   return result;
@@ -97,7 +101,11 @@ int32_t database_info(int32_t& motion_code, int32_t& force_code, std::span<int32
   state.library_force_code = force_code;
   state.library_motion_code = motion_code;
 
-  if (motion_code < 1 && force_code < 1) return -3;
+  if (motion_code < 1 && force_code < 1) {
+    // A file whose first record could not be read leaves no unit open.
+    close_job();
+    return -3;
+  }
 
   if (header::FormatReader* module = selected_reader(motion_code, force_code)) {
     bool failed = false;
